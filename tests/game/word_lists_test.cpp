@@ -1,0 +1,166 @@
+#include "game/word_lists.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+#include "support/fake_dialogs.h"
+
+namespace game {
+namespace {
+
+TopicClass MakeTopic(const std::string& name, std::vector<std::string> words) {
+    TopicClass topic;
+    topic.SetTopicName(name);
+    topic.SetDirectory("/topics/" + name + ".txt");
+    for (auto& w : words) topic.AddWord(std::move(w));
+    return topic;
+}
+
+class WordListsTest : public ::testing::Test {
+protected:
+    testing_support::FakeDialogs dialogs;
+    StringList errors;
+    int pickerOpened = 0;
+    WordLists lists{dialogs, errors, [this] { ++pickerOpened; }};
+};
+
+TEST(TopicEntry, SplitsAtTheFirstCommaOnly) {
+    const EntryParts parts = SplitEntry("new york,big apple, usa");
+    EXPECT_EQ(parts.answer, "new york");
+    EXPECT_EQ(parts.hint, "big apple, usa");
+    EXPECT_FALSE(SplitEntry("paris").hint);
+    EXPECT_EQ(SplitEntry("paris,").hint, "");
+    EXPECT_EQ(SplitEntry(",hint only").answer, "");
+}
+
+TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
+    lists.AddLoadedTopic(MakeTopic("Animals", {"cat"}));
+    lists.AddLoadedTopic(MakeTopic(" Star Wars ", {"yoda", "han solo,pilot"}));
+    std::vector<std::string> labels;
+    lists.SetTopicLabelObserver([&labels](const std::string& t) { labels.push_back(t); });
+    EXPECT_EQ(lists.lblCurrentTopic(), "None");
+    EXPECT_EQ(lists.CurrentTopic(), "[None]");
+    EXPECT_EQ(lists.lstData().Rows(), (std::vector<std::string>{"Animals", "Star Wars"}));
+
+    lists.AddTopicList("starwars");
+    EXPECT_EQ(lists.CurrentTopic(), "Star Wars");
+    EXPECT_EQ(lists.lblCurrentTopic(), "Star Wars");
+    lists.SetPosition(1);
+    lists.AddTopicList("STAR WARS");
+    EXPECT_EQ(lists.lstWords().Rows(),
+              (std::vector<std::string>{"yoda", "han solo,pilot", "yoda", "han solo,pilot"}));
+    EXPECT_EQ(lists.Position(), 1) << "appending keeps the position";
+
+    lists.AddTopicList("not loaded");
+    EXPECT_EQ(lists.CurrentTopic(), "");
+    EXPECT_EQ(lists.lstWords().Count(), 4);
+    EXPECT_EQ(labels, (std::vector<std::string>{"Star Wars", "Star Wars", ""}));
+}
+
+TEST_F(WordListsTest, ClearListAndClearAllLeaveTheOtherAlone) {
+    lists.AddLoadedTopic(MakeTopic("Food", {"bread", "cheese"}));
+    lists.AddTopicList("food");
+    lists.SetPosition(0);
+
+    lists.cmdClearAll_Click();
+    EXPECT_TRUE(lists.Topics().empty());
+    EXPECT_TRUE(lists.lstData().Empty());
+    EXPECT_EQ(lists.lstWords().Count(), 2);
+    EXPECT_EQ(lists.CurrentTopic(), "Food");
+
+    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
+    lists.cmdClearList_Click();
+    EXPECT_TRUE(lists.lstWords().Empty());
+    EXPECT_EQ(lists.Position(), -1);
+    EXPECT_EQ(lists.CurrentTopic(), "[None]");
+    EXPECT_EQ(lists.lblCurrentTopic(), "[None]");
+    EXPECT_EQ(lists.Topics().size(), 1u);
+}
+
+TEST_F(WordListsTest, RemovalMatchesEveryEntryWithTheKey) {
+    lists.AddLoadedTopic(MakeTopic("Star Wars", {"yoda"}));
+    lists.AddLoadedTopic(MakeTopic("starwars", {"leia"}));
+    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
+    lists.AddTopicList("star wars");
+
+    lists.ListRemoveTopic("STARWARS");
+    EXPECT_EQ(lists.lstData().Rows(), (std::vector<std::string>{"Food"}));
+    EXPECT_EQ(lists.Topics().size(), 3u);
+
+    lists.RemoveTopic("Star Wars");
+    ASSERT_EQ(lists.Topics().size(), 1u);
+    EXPECT_EQ(lists.Topics()[0].GetTopic(), "Food");
+    EXPECT_EQ(lists.lstWords().Rows(), (std::vector<std::string>{"yoda"}))
+        << "removing a topic leaves its entries on the scramble list";
+
+    lists.RemoveTopic("unknown");
+    EXPECT_EQ(lists.Topics().size(), 1u);
+}
+
+TEST_F(WordListsTest, AddTopicRefusesWhenNothingIsLoaded) {
+    lists.cmdAddTopic_Click();
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages[0].text, "There are no topics loaded to add!");
+    EXPECT_EQ(dialogs.messages[0].title, "Note");
+    EXPECT_EQ(dialogs.messages[0].kind, MessageKind::Warning);
+    EXPECT_EQ(errors.Rows(), (std::vector<std::string>{"There are no topics loaded to add!"}));
+    EXPECT_EQ(pickerOpened, 0);
+
+    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
+    lists.cmdAddTopic_Click();
+    EXPECT_EQ(pickerOpened, 1);
+    EXPECT_EQ(dialogs.messages.size(), 1u);
+}
+
+TEST_F(WordListsTest, SendToListUsesTheSelectedLoadedTopic) {
+    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
+    lists.AddLoadedTopic(MakeTopic("Colours", {"red", "blue"}));
+    lists.cmdSendToList_Click();
+    EXPECT_TRUE(lists.lstWords().Empty());
+    lists.lstData().Select(1);
+    lists.cmdSendToList_Click();
+    EXPECT_EQ(lists.lstWords().Rows(), (std::vector<std::string>{"red", "blue"}));
+    EXPECT_EQ(lists.CurrentTopic(), "Colours");
+}
+
+TEST_F(WordListsTest, ShuffleKeepsTheEntriesAndSelectsNone) {
+    std::vector<std::string> words;
+    for (int i = 0; i < 50; ++i) words.push_back("w" + std::to_string(i));
+    lists.AddLoadedTopic(MakeTopic("Many", words));
+    lists.AddTopicList("many");
+    lists.SetPosition(10);
+    RandomSource random(3);
+    lists.cmdRandomize_Click(random);
+    EXPECT_EQ(lists.Position(), -1);
+    std::vector<std::string> shuffled = lists.lstWords().Rows();
+    EXPECT_NE(shuffled, words);
+    std::sort(shuffled.begin(), shuffled.end());
+    std::sort(words.begin(), words.end());
+    EXPECT_EQ(shuffled, words);
+
+    lists.cmdClearList_Click();
+    lists.cmdRandomize_Click(random);
+    EXPECT_TRUE(lists.lstWords().Empty());
+}
+
+TEST(Shuffle, EveryOrderOfFourIsAboutEquallyLikely) {
+    RandomSource random(12345);
+    std::map<std::vector<std::string>, int> orders;
+    constexpr int kRuns = 24000;
+    for (int i = 0; i < kRuns; ++i) {
+        std::vector<std::string> rows = {"a", "b", "c", "d"};
+        ShuffleRows(rows, random);
+        ++orders[rows];
+    }
+    ASSERT_EQ(orders.size(), 24u);
+    for (const auto& [order, count] : orders) {
+        // 1000 expected for each; a fair shuffle stays well inside these bounds.
+        EXPECT_GT(count, 850);
+        EXPECT_LT(count, 1150);
+    }
+}
+
+}  // namespace
+}  // namespace game

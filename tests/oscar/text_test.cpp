@@ -1,0 +1,42 @@
+#include "oscar/text.h"
+
+#include <gtest/gtest.h>
+
+namespace oscar {
+namespace {
+
+TEST(StripTags, RemovesEveryClosedTag) {
+    EXPECT_EQ(StripTags("<b>Hi</b> there"), "Hi there");
+    EXPECT_EQ(StripTags("<html><body bgcolor=\"000000\"><font color=\"00bfff\">Paris</font>"),
+              "Paris");
+    EXPECT_EQ(StripTags("a<<b>>c"), "a>c");
+    EXPECT_EQ(StripTags("x<>y"), "xy");
+    EXPECT_EQ(StripTags("&lt;b&gt;"), "&lt;b&gt;");
+}
+
+TEST(StripTags, KeepsStrayAndUnclosedBrackets) {
+    EXPECT_EQ(StripTags("a > b"), "a > b");
+    EXPECT_EQ(StripTags("a < b"), "a < b");
+    EXPECT_EQ(StripTags("2 > 1 <i>yes</i>"), "2 > 1 yes");
+    EXPECT_EQ(StripTags("<b>bold</b> and <unclosed"), "bold and <unclosed");
+    EXPECT_EQ(StripTags(""), "");
+}
+
+TEST(Names, NormalizeToLowerCaseWithoutSpaces) {
+    EXPECT_EQ(NormalizeName("My Name 1"), "myname1");
+    EXPECT_EQ(NormalizeName("  Some  Body "), "somebody");
+    EXPECT_EQ(NormalizeName("STAR WARS"), "starwars");
+    // Windows-1252 capitals fold too: É, Š, Ÿ.
+    EXPECT_EQ(NormalizeName("\xC9t\x8A \x9F"), "\xE9t\x9A\xFF");
+    // The multiplication sign is not a letter.
+    EXPECT_EQ(LowerCase("\xD7"), "\xD7");
+}
+
+TEST(TrimSpaces, TrimsSpacesOnly) {
+    EXPECT_EQ(TrimSpaces("  new york  "), "new york");
+    EXPECT_EQ(TrimSpaces("   "), "");
+    EXPECT_EQ(TrimSpaces("\tx\t"), "\tx\t");
+}
+
+}  // namespace
+}  // namespace oscar

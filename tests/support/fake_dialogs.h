@@ -1,0 +1,70 @@
+// Operator dialogs for tests: records every box, question and prompt, and
+// answers from scripted queues (No, the empty text and Cancel when a queue
+// runs dry).
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "game/operator_dialogs.h"
+
+namespace testing_support {
+
+struct ShownMessage {
+    std::string text;
+    std::string title;
+    game::MessageKind kind;
+};
+
+class FakeDialogs : public game::OperatorDialogs {
+public:
+    void ShowMessage(const std::string& text, const std::string& title,
+                     game::MessageKind kind) override {
+        messages.push_back({text, title, kind});
+    }
+    bool AskYesNo(const std::string& text, const std::string& title) override {
+        questions.push_back({text, title, game::MessageKind::Plain});
+        return Next(yesNoAnswers, false);
+    }
+    std::string Prompt(const std::string& prompt, const std::string& title,
+                       const std::string& defaultText) override {
+        prompts.push_back({prompt, title, defaultText});
+        return Next(promptAnswers, std::string());
+    }
+    std::optional<std::string> OpenFile(const game::FileDialogRequest& request) override {
+        fileRequests.push_back(request);
+        return Next(fileAnswers, std::optional<std::string>());
+    }
+    std::optional<std::string> SaveFile(const game::FileDialogRequest& request) override {
+        fileRequests.push_back(request);
+        return Next(fileAnswers, std::optional<std::string>());
+    }
+
+    struct AskedPrompt {
+        std::string prompt;
+        std::string title;
+        std::string defaultText;
+    };
+
+    std::vector<ShownMessage> messages;
+    std::vector<ShownMessage> questions;
+    std::vector<AskedPrompt> prompts;
+    std::vector<game::FileDialogRequest> fileRequests;
+
+    std::deque<bool> yesNoAnswers;
+    std::deque<std::string> promptAnswers;
+    std::deque<std::optional<std::string>> fileAnswers;
+
+private:
+    template <typename T>
+    static T Next(std::deque<T>& queue, T fallback) {
+        if (queue.empty()) return fallback;
+        T value = queue.front();
+        queue.pop_front();
+        return value;
+    }
+};
+
+}  // namespace testing_support
