@@ -12,13 +12,13 @@ enum class MessageKind { Plain, Warning, Information, Error };
 
 struct FileDialogRequest {
     std::string title;
-    std::string filter;  // "Text files (*.txt)|*.txt|All files (*.*)|*.*" style
-    std::string folder;  // where the dialog opens
+    std::string filter;    // "Text files (*.txt)|*.txt|All files (*.*)|*.*" style
+    std::string folder;    // where the dialog opens
     std::string fileName;  // proposed name, may be empty
 };
 
 class OperatorDialogs {
-public:
+  public:
     virtual ~OperatorDialogs() = default;
 
     // A box with an OK button. The warning kind is the exclamation icon.

@@ -19,7 +19,8 @@ std::string MaskCharacters(std::string_view text, char mask, RandomSource& rando
     const auto length = static_cast<long long>(masked.size());
     auto hideable = [mask](char c) { return c != ' ' && c != mask; };
     std::size_t left = 0;
-    for (char c : masked) left += hideable(c) ? 1 : 0;
+    for (char c : masked)
+        left += hideable(c) ? 1 : 0;
 
     for (int i = 1; i <= count && left > 0; ++i) {
         const bool lastDraw = i == count;

@@ -11,7 +11,7 @@ namespace game {
 
 // The three option buttons "Scramble Mode", "Word Blank Mode", "Mixed Mode".
 class GameModes {
-public:
+  public:
     // 0, 1 or 2 sets that mode alone; any other index changes nothing.
     void optMode_Click(int Index);
     // 0 scramble, 1 word blank, 2 mixed; scramble while no option is chosen.

@@ -8,7 +8,7 @@
 namespace game {
 
 class RandomSource {
-public:
+  public:
     // Seeded from the clock, for real play.
     RandomSource();
     // Seeded with a fixed value, so that a test sees the same draws each run.
@@ -19,7 +19,7 @@ public:
     // Callers pass (count, 1) for a 1-based position.
     long long RandomNumber(long long upper, long long lower);
 
-private:
+  private:
     std::mt19937_64 engine_;
 };
 

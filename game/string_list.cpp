@@ -80,6 +80,8 @@ std::vector<std::string> StringList::TakeAll() {
     return rows;
 }
 
-void StringList::Clear() { TakeAll(); }
+void StringList::Clear() {
+    TakeAll();
+}
 
 }  // namespace game

@@ -12,7 +12,7 @@ namespace game {
 
 // Told about every change, before and after, the way a view needs it.
 class ListObserver {
-public:
+  public:
     virtual ~ListObserver() = default;
     virtual void RowsAboutToBeInserted(int /*first*/, int /*last*/) {}
     virtual void RowsInserted() {}
@@ -25,7 +25,7 @@ public:
 };
 
 class StringList {
-public:
+  public:
     int Count() const { return static_cast<int>(rows_.size()); }
     bool Empty() const { return rows_.empty(); }
     const std::string& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }
@@ -54,7 +54,7 @@ public:
     // At most one observer, usually the window's list model.
     void SetObserver(ListObserver* observer) { observer_ = observer; }
 
-private:
+  private:
     std::vector<std::string> rows_;
     int selected_ = -1;
     ListObserver* observer_ = nullptr;

@@ -22,7 +22,7 @@ struct FontFields {
 };
 
 class LineStyle {
-public:
+  public:
     LineStyle() { cmdSetFont_Click(); }
 
     FontFields fields;
@@ -36,7 +36,7 @@ public:
     // The prefix followed by `text`, unescaped, no closing tags.
     std::string Styled(std::string_view text) const { return fontChange_ + std::string(text); }
 
-private:
+  private:
     std::string fontChange_;
 };
 

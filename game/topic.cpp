@@ -10,6 +10,8 @@ EntryParts SplitEntry(std::string_view entry) {
     return {std::string(entry.substr(0, comma)), std::string(entry.substr(comma + 1))};
 }
 
-std::string TopicKey(std::string_view name) { return oscar::NormalizeName(name); }
+std::string TopicKey(std::string_view name) {
+    return oscar::NormalizeName(name);
+}
 
 }  // namespace game

@@ -20,7 +20,7 @@ EntryParts SplitEntry(std::string_view entry);
 std::string TopicKey(std::string_view name);
 
 class TopicClass {
-public:
+  public:
     void AddWord(std::string StrWord) { TopicList.push_back(std::move(StrWord)); }
     void RemoveAll() { TopicList.clear(); }
     const std::vector<std::string>& GetAllWords() const { return TopicList; }
@@ -29,7 +29,7 @@ public:
     void SetDirectory(std::string StrDir) { FilePath = std::move(StrDir); }
     const std::string& GetDir() const { return FilePath; }
 
-private:
+  private:
     std::vector<std::string> TopicList;
     std::string TopicName;
     std::string FilePath;

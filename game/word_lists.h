@@ -16,7 +16,7 @@
 namespace game {
 
 class WordLists {
-public:
+  public:
     // `errors` is the error log (each refusal adds its text as a row);
     // `openTopicPicker` shows the topic picker window.
     WordLists(OperatorDialogs& dialogs, StringList& errors, std::function<void()> openTopicPicker);
@@ -55,7 +55,7 @@ public:
     void cmdClearAll_Click();
     void cmdRandomize_Click(RandomSource& random);
 
-private:
+  private:
     OperatorDialogs& dialogs_;
     StringList& errors_;
     std::function<void()> openTopicPicker_;

@@ -21,7 +21,8 @@ constexpr const char* kSecureIMCapability = "094600014C7F11D18222444553540000";
 }  // namespace
 
 std::string FixedFamilyVersions() {
-    return HexToBytes("0001000400130003000200010003000100040001000600010008000100090001000A0001000B0001");
+    return HexToBytes(
+        "0001000400130003000200010003000100040001000600010008000100090001000A0001000B0001");
 }
 
 std::string BuildFamilyVersions(const std::vector<std::string>& families) {
@@ -60,11 +61,13 @@ std::string BuildCapabilities(int mode, const std::vector<std::string>& uuids,
     std::string hex;
     if (mode == 0) {
         if (options.fullCapabilities) {
-            for (const char* id : kFullCapabilities) hex += id;
+            for (const char* id : kFullCapabilities)
+                hex += id;
         }
         if (options.secureIM) hex += kSecureIMCapability;
     } else if (mode == 1) {
-        for (const std::string& id : uuids) hex += id;
+        for (const std::string& id : uuids)
+            hex += id;
     }
     return HexToBytes(hex);
 }

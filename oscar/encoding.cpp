@@ -97,7 +97,8 @@ std::optional<std::uint32_t> ReadDWord(std::string_view bytes) {
 }
 
 std::string SnacKey(std::string_view bytes) {
-    return BytesToHex(bytes.substr(0, 2)) + BytesToHex(bytes.substr(std::min<std::size_t>(2, bytes.size()), 2));
+    return BytesToHex(bytes.substr(0, 2)) +
+           BytesToHex(bytes.substr(std::min<std::size_t>(2, bytes.size()), 2));
 }
 
 std::string MakeTLV(std::string_view typeHex, int width, std::string_view value) {

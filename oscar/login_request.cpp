@@ -24,10 +24,10 @@ std::string BuildLoginRequest(std::string_view screenName, std::string_view pass
     return HexToBytes("00170002000000000001") + nameTLV +
            MakeTLV("0025", 2, LoginHash(key, password)) + MakeTLV("004C", 2, "") +
            MakeTLV("0003", 2, kClientIdentification) + MakeTLV("0016", 2, Word(0x006D)) +
-           MakeTLV("0017", 2, Word(5)) + MakeTLV("0018", 2, Word(5)) +
-           MakeTLV("0019", 2, Word(0)) + MakeTLV("001A", 2, Word(0x0E0F)) +
-           MakeTLV("0014", 2, DWord(0x010A)) + MakeTLV("000F", 2, "en") +
-           MakeTLV("000E", 2, "us") + MakeTLV("004A", 2, HexToBytes("01"));
+           MakeTLV("0017", 2, Word(5)) + MakeTLV("0018", 2, Word(5)) + MakeTLV("0019", 2, Word(0)) +
+           MakeTLV("001A", 2, Word(0x0E0F)) + MakeTLV("0014", 2, DWord(0x010A)) +
+           MakeTLV("000F", 2, "en") + MakeTLV("000E", 2, "us") +
+           MakeTLV("004A", 2, HexToBytes("01"));
 }
 
 }  // namespace oscar

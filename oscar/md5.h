@@ -10,14 +10,14 @@ namespace oscar {
 
 // Incremental MD5: feed bytes with Update, then take the 16-byte digest.
 class Md5 {
-public:
+  public:
     Md5();
     void Update(std::string_view bytes);
     // The raw 16-byte digest (A, B, C, D, each least significant byte first).
     // The object must not be updated afterwards.
     std::string Finish();
 
-private:
+  private:
     void Transform(const unsigned char* block);
 
     std::array<std::uint32_t, 4> state_;

@@ -25,7 +25,8 @@ char LowerChar(char c) {
 
 std::string LowerCase(std::string_view text) {
     std::string lower(text);
-    for (char& c : lower) c = LowerChar(c);
+    for (char& c : lower)
+        c = LowerChar(c);
     return lower;
 }
 

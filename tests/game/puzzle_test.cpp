@@ -13,7 +13,9 @@ std::string Sorted(std::string s) {
     return s;
 }
 
-long Count(const std::string& s, char c) { return std::count(s.begin(), s.end(), c); }
+long Count(const std::string& s, char c) {
+    return std::count(s.begin(), s.end(), c);
+}
 
 TEST(GameModes, OneOptionAtATimeAndScrambleByDefault) {
     GameModes modes;
@@ -49,7 +51,8 @@ TEST(ScrambleWord, PermutesLettersInsideEachWordOnly) {
 TEST(ScrambleWord, ReachesEveryOrderOfAWord) {
     RandomSource random(2);
     std::set<std::string> seen;
-    for (int i = 0; i < 600; ++i) seen.insert(ScrambleWord("abc", random));
+    for (int i = 0; i < 600; ++i)
+        seen.insert(ScrambleWord("abc", random));
     EXPECT_EQ(seen, (std::set<std::string>{"abc", "acb", "bac", "bca", "cab", "cba"}));
 }
 

@@ -8,7 +8,7 @@ namespace {
 // Records notifications as short strings, so a test reads like the sequence
 // a view receives.
 class RecordingObserver : public ListObserver {
-public:
+  public:
     void RowsAboutToBeInserted(int first, int last) override { Log("insert", first, last); }
     void RowsInserted() override { log.push_back("inserted"); }
     void RowsAboutToBeRemoved(int first, int last) override { Log("remove", first, last); }
@@ -19,7 +19,7 @@ public:
     void SelectionChanged(int row) override { Log("selected", row, row); }
     std::vector<std::string> log;
 
-private:
+  private:
     void Log(const char* what, int a, int b) {
         log.push_back(std::string(what) + " " + std::to_string(a) + "-" + std::to_string(b));
     }
@@ -41,8 +41,8 @@ TEST(StringList, TellsItsObserverBeforeAndAfterEachChange) {
     list.Clear();
 
     const std::vector<std::string> expected = {
-        "insert 0-0", "inserted", "insert 1-2", "inserted", "changed 1-1", "selected 2-2",
-        "remove 0-0", "removed",  "reset",      "was reset"};
+        "insert 0-0",   "inserted",   "insert 1-2", "inserted", "changed 1-1",
+        "selected 2-2", "remove 0-0", "removed",    "reset",    "was reset"};
     EXPECT_EQ(observer.log, expected);
     EXPECT_TRUE(list.Empty());
     EXPECT_EQ(list.Selected(), -1);

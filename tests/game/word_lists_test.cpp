@@ -14,12 +14,13 @@ TopicClass MakeTopic(const std::string& name, std::vector<std::string> words) {
     TopicClass topic;
     topic.SetTopicName(name);
     topic.SetDirectory("/topics/" + name + ".txt");
-    for (auto& w : words) topic.AddWord(std::move(w));
+    for (auto& w : words)
+        topic.AddWord(std::move(w));
     return topic;
 }
 
 class WordListsTest : public ::testing::Test {
-protected:
+  protected:
     testing_support::FakeDialogs dialogs;
     StringList errors;
     int pickerOpened = 0;
@@ -127,7 +128,8 @@ TEST_F(WordListsTest, SendToListUsesTheSelectedLoadedTopic) {
 
 TEST_F(WordListsTest, ShuffleKeepsTheEntriesAndSelectsNone) {
     std::vector<std::string> words;
-    for (int i = 0; i < 50; ++i) words.push_back("w" + std::to_string(i));
+    for (int i = 0; i < 50; ++i)
+        words.push_back("w" + std::to_string(i));
     lists.AddLoadedTopic(MakeTopic("Many", words));
     lists.AddTopicList("many");
     lists.SetPosition(10);

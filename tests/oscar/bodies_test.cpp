@@ -20,7 +20,11 @@ TEST(SignOnBodies, FixedBodiesHoldTheirPairs) {
 TEST(SignOnBodies, BuiltBodiesFollowTheFamilyList) {
     const std::vector<std::string> families = {HexToBytes("0001"), HexToBytes("0003"),
                                                HexToBytes("0013"), HexToBytes("000D")};
-    EXPECT_EQ(BytesToHex(BuildFamilyVersions(families)), "00010004" "00030003" "00130001" "000D0001");
+    EXPECT_EQ(BytesToHex(BuildFamilyVersions(families)),
+              "00010004"
+              "00030003"
+              "00130001"
+              "000D0001");
     EXPECT_EQ(BuildFamilyVersions({}), "");
 
     const std::vector<std::string> pairs = {HexToBytes("0001"), HexToBytes("0004"),

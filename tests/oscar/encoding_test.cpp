@@ -7,7 +7,8 @@ namespace {
 
 std::string Bytes(std::initializer_list<int> values) {
     std::string s;
-    for (int v : values) s.push_back(static_cast<char>(v));
+    for (int v : values)
+        s.push_back(static_cast<char>(v));
     return s;
 }
 
@@ -19,7 +20,8 @@ TEST(HexText, ConvertsBothWaysInEitherCase) {
     EXPECT_EQ(BytesToHex(""), "");
 
     std::string all;
-    for (int b = 0; b < 256; ++b) all.push_back(static_cast<char>(b));
+    for (int b = 0; b < 256; ++b)
+        all.push_back(static_cast<char>(b));
     EXPECT_EQ(HexToBytes(BytesToHex(all)), all);
     EXPECT_EQ(BytesToHex(all).substr(0x7F * 2, 6), "7F8081");
 }

@@ -10,7 +10,9 @@
 namespace oscar {
 namespace {
 
-std::string DigestHex(std::string_view text) { return BytesToHex(MD5Digest(text)); }
+std::string DigestHex(std::string_view text) {
+    return BytesToHex(MD5Digest(text));
+}
 
 TEST(Md5, MatchesTheRfc1321TestSuite) {
     EXPECT_EQ(DigestHex(""), "D41D8CD98F00B204E9800998ECF8427E");
@@ -32,7 +34,8 @@ TEST(Md5, AgreesWithQtOnRandomInputsOfEveryLengthTo200) {
     for (int length = 0; length <= 200; ++length) {
         for (int round = 0; round < 15; ++round) {
             std::string input;
-            for (int i = 0; i < length; ++i) input.push_back(static_cast<char>(byte(rng)));
+            for (int i = 0; i < length; ++i)
+                input.push_back(static_cast<char>(byte(rng)));
             const QByteArray expected = QCryptographicHash::hash(
                 QByteArray(input.data(), static_cast<qsizetype>(input.size())),
                 QCryptographicHash::Md5);
@@ -45,7 +48,8 @@ TEST(Md5, AgreesWithQtOnRandomInputsOfEveryLengthTo200) {
 
 TEST(Md5, GivesTheSameDigestWhateverTheFeedSizes) {
     std::string input;
-    for (int i = 0; i < 1000; ++i) input.push_back(static_cast<char>(i * 7));
+    for (int i = 0; i < 1000; ++i)
+        input.push_back(static_cast<char>(i * 7));
     const std::string whole = MD5Digest(input);
     for (std::size_t piece : {1u, 3u, 63u, 64u, 65u, 200u}) {
         Md5 md5;

@@ -19,7 +19,7 @@ struct ShownMessage {
 };
 
 class FakeDialogs : public game::OperatorDialogs {
-public:
+  public:
     void ShowMessage(const std::string& text, const std::string& title,
                      game::MessageKind kind) override {
         messages.push_back({text, title, kind});
@@ -57,7 +57,7 @@ public:
     std::deque<std::string> promptAnswers;
     std::deque<std::optional<std::string>> fileAnswers;
 
-private:
+  private:
     template <typename T>
     static T Next(std::deque<T>& queue, T fallback) {
         if (queue.empty()) return fallback;
