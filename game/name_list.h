@@ -1,0 +1,35 @@
+// A set of normalized screen names shown as a list: the ops and the
+// disallowed participants.
+#pragma once
+
+#include <string>
+#include <unordered_set>
+
+#include "game/string_list.h"
+
+namespace game {
+
+class NameList {
+  public:
+    bool Contains(const std::string& name) const { return names_.count(name) > 0; }
+    bool Empty() const { return names_.empty(); }
+    std::size_t Count() const { return names_.size(); }
+
+    // Adds `name` and its row; a name already held adds nothing.
+    void Add(const std::string& name);
+    // Adds a row for `name` even when it is held already (a list read back
+    // from a file shows its duplicates as they stand).
+    void AddShowingDuplicate(const std::string& name);
+    // Removes `name` and every row equal to it.
+    void Remove(const std::string& name);
+    void Clear();
+
+    StringList& Rows() { return rows_; }
+    const StringList& Rows() const { return rows_; }
+
+  private:
+    std::unordered_set<std::string> names_;
+    StringList rows_;
+};
+
+}  // namespace game

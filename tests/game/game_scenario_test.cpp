@@ -1,0 +1,501 @@
+// Whole games played from a script of chat lines and timer ticks, asserting
+// every line the bot sends, style prefix included.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "game/chat_commands.h"
+#include "game/game.h"
+#include "support/fake_chat.h"
+#include "support/fake_dialogs.h"
+#include "support/fake_timer.h"
+
+namespace game {
+namespace {
+
+using testing_support::FakeChat;
+using testing_support::FakeDialogs;
+using testing_support::FakeTimer;
+using testing_support::SentLine;
+
+const std::string P =
+    "<html><body bgcolor=\"000000\"><font color=\"00bfff\" face=\"Times New Roman\">";
+
+constexpr int kRoom = 3;
+
+class GameScenario : public ::testing::Test {
+  protected:
+    GameScenario() {
+        chat.firstRoom = kRoom;
+        game.SignedOn = true;
+    }
+
+    // A topic loaded as the topic loader would.
+    void Load(const std::string& name, std::vector<std::string> words) {
+        TopicClass topic;
+        topic.SetTopicName(name);
+        for (auto& w : words)
+            topic.AddWord(std::move(w));
+        game.Lists().AddLoadedTopic(std::move(topic));
+    }
+
+    void Say(const std::string& who, const std::string& line, int room = kRoom) {
+        commands.ChatMessage(room, who, line);
+    }
+
+    std::vector<std::string> Sent() {
+        std::vector<std::string> lines;
+        for (const SentLine& s : chat.Take()) {
+            EXPECT_EQ(s.room, kRoom) << s.text;
+            lines.push_back(s.text);
+        }
+        return lines;
+    }
+
+    // The line just sent is the scramble of `answer`, with its hint if any.
+    void ExpectScramble(const std::string& line, const std::string& answer,
+                        const std::string& hintPart = "") {
+        const std::string head = P + "Unscramble: ";
+        ASSERT_EQ(line.rfind(head, 0), 0u) << line;
+        ASSERT_EQ(line.size(), head.size() + answer.size() + hintPart.size()) << line;
+        std::string letters = line.substr(head.size(), answer.size());
+        std::string expected = answer;
+        std::sort(letters.begin(), letters.end());
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(letters, expected) << line;
+        EXPECT_EQ(line.substr(head.size() + answer.size()), hintPart) << line;
+    }
+
+    void ExpectOnePuzzleFor(const std::string& answer, const std::string& hintPart = "") {
+        const std::vector<std::string> lines = Sent();
+        ASSERT_EQ(lines.size(), 1u);
+        ExpectScramble(lines[0], answer, hintPart);
+        ASSERT_TRUE(game.PendingAnswer());
+        EXPECT_EQ(*game.PendingAnswer(), answer);
+    }
+
+    FakeDialogs dialogs;
+    FakeChat chat;
+    RandomSource random{2026};
+    StringList errors;
+    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
+    int pickerOpened = 0;
+    Console console;
+    Game game{{dialogs, chat, random, errors, tmrMsgPause, tmrIdle, tmrTopics,
+               [this] { ++pickerOpened; }}};
+    ChatCommands commands{game, console, tmrCcoms, tmrCcom2};
+};
+
+TEST_F(GameScenario, PlaysRoundsWithPausesIdleTimeAndTheListInACircle) {
+    Load("Animals", {"giraffe", "zebra,striped", "otter"});
+    game.Lists().AddTopicList("animals");
+
+    game.cmdAutoSendOn_Click();
+    EXPECT_TRUE(game.GameOn);
+    EXPECT_EQ(game.Lists().Position(), 0);
+    ExpectOnePuzzleFor("giraffe");
+    EXPECT_TRUE(tmrIdle.IsEnabled());
+
+    // Markup and spaces around the answer, any case: credited.
+    Say("Some Body", "<font color=\"red\">  GiRaFfe </font>");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "Some Body got it right!!! (giraffe)"}));
+    EXPECT_FALSE(game.PendingAnswer());
+    EXPECT_FALSE(tmrIdle.IsEnabled());
+    EXPECT_TRUE(tmrMsgPause.IsEnabled());
+    EXPECT_EQ(game.Scores().lstPlayers().Rows(), (std::vector<std::string>{"somebody - 1"}));
+
+    // Pause 10: nothing for ten ticks, the next word on the 11th.
+    tmrMsgPause.Tick(10);
+    EXPECT_TRUE(Sent().empty());
+    tmrMsgPause.Tick();
+    ExpectOnePuzzleFor("zebra", " (Hint: striped)");
+    EXPECT_EQ(game.Lists().Position(), 1);
+    EXPECT_FALSE(tmrMsgPause.IsEnabled());
+
+    // A wrong line, then a near miss, change nothing.
+    Say("ann", "zebras");
+    Say("ann", "zebra!");
+    EXPECT_TRUE(Sent().empty());
+
+    // Idle 30: the word is replaced on the 31st tick, its answer unrevealed.
+    tmrIdle.Tick(30);
+    EXPECT_TRUE(Sent().empty());
+    tmrIdle.Tick();
+    ExpectOnePuzzleFor("otter");
+    EXPECT_EQ(game.IdleCount, 0);
+
+    // After the last entry the first comes round again.
+    tmrIdle.Tick(31);
+    ExpectOnePuzzleFor("giraffe");
+    EXPECT_EQ(game.Lists().Position(), 0);
+    EXPECT_EQ(console.Text().substr(0, 50),
+              "Some Body:   GiRaFfe \r\nann: zebras\r\nann: zebra!\r\n");
+}
+
+TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTop) {
+    Load("Animals", {"giraffe", "zebra", "otter"});
+    game.Lists().AddTopicList("Animals");
+    commands.Ops().Add("boss");
+    game.Lists().SetPosition(2);
+    game.cmdAutoSendOn_Click();
+    ExpectOnePuzzleFor("otter");
+
+    Say("Boss", "/skip");
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_EQ(game.Lists().Position(), 0);
+    EXPECT_FALSE(game.PendingAnswer());
+    EXPECT_TRUE(tmrCcoms.IsEnabled()) << "a performed skip starts the pause";
+
+    tmrIdle.Tick(31);
+    ExpectOnePuzzleFor("zebra");
+    EXPECT_EQ(game.Lists().Position(), 1);
+
+    // A skip that is not on the last entry posts the next one at once.
+    tmrCcoms.Tick();
+    Say("boss", "/skip");
+    ExpectOnePuzzleFor("otter");
+
+    // With no puzzle pending, "/skip" does nothing and starts no pause.
+    tmrCcoms.Tick();
+    game.cmdAnswer_Click();
+    Sent();
+    Say("boss", "/skip");
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_FALSE(tmrCcoms.IsEnabled());
+}
+
+TEST_F(GameScenario, AWinAtTheLimitAnnouncesAndStartsANewGame) {
+    Load("Letters", {"q"});
+    game.Lists().AddTopicList("letters");
+    game.ScoreLimit = 3;
+    game.cmdAutoSendOn_Click();
+    ExpectOnePuzzleFor("q");
+
+    Say("ann", "q");
+    Sent();
+    tmrMsgPause.Tick(11);
+    ExpectOnePuzzleFor("q");
+    Say("Bob", "q");
+    Sent();
+    tmrMsgPause.Tick(11);
+    Sent();
+    Say("ann", "Q");
+    tmrMsgPause.Tick(11);
+    Sent();
+    EXPECT_EQ(game.Scores().lstPlayers().Rows(), (std::vector<std::string>{"ann - 2", "bob - 1"}));
+
+    Say("Ann", " q ");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "Ann got it right!!! (q)",
+                                                P + "ann is the winner with 3 points!",
+                                                P + "New Game Started! Topic: Letters!"}));
+    EXPECT_TRUE(game.Scores().Empty());
+    EXPECT_TRUE(game.Scores().lstPlayers().Empty());
+    EXPECT_TRUE(tmrMsgPause.IsEnabled()) << "play goes on after the pause";
+    tmrMsgPause.Tick(11);
+    ExpectOnePuzzleFor("q");
+
+    // Limit 1: the first correct answer wins at once.
+    game.ScoreLimit = 1;
+    Say("Cat", "q");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "Cat got it right!!! (q)",
+                                                P + "cat is the winner with 1 points!",
+                                                P + "New Game Started! Topic: Letters!"}));
+}
+
+TEST_F(GameScenario, NewGameAnnouncesATieAndEndGameStopsPlay) {
+    Load("Letters", {"q"});
+    game.Lists().AddTopicList("letters");
+    commands.Ops().Add("boss");
+    game.cmdAutoSendOn_Click();
+    Sent();
+    Say("ann", "q");
+    tmrMsgPause.Tick(11);
+    Say("bob", "q");
+    tmrMsgPause.Tick(11);
+    Sent();
+
+    Say("boss", "/new game");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "TIE GAME!!! Winners: ann, bob",
+                                                P + "New Game Started! Topic: Letters!"}));
+    EXPECT_TRUE(game.Scores().lstPlayers().Empty());
+
+    // "/newgame" again with no scores: only the new-game line.
+    tmrCcoms.Tick();
+    Say("boss", "/newgame");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "New Game Started! Topic: Letters!"}));
+
+    tmrCcoms.Tick();
+    tmrMsgPause.Tick(11);
+    Sent();
+    Say("cat", "q");
+    Sent();
+    Say("boss", "/End Game");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "cat is the winner with 1 points!"}));
+    EXPECT_FALSE(game.GameOn);
+    EXPECT_FALSE(tmrMsgPause.IsEnabled());
+    EXPECT_FALSE(tmrIdle.IsEnabled());
+    EXPECT_TRUE(game.Scores().lstPlayers().Empty());
+    EXPECT_FALSE(tmrCcoms.IsEnabled()) << "/endgame starts no pause";
+
+    Say("boss", "/endgame");
+    EXPECT_TRUE(Sent().empty());
+    tmrMsgPause.Tick(20);
+    tmrIdle.Tick(40);
+    EXPECT_TRUE(Sent().empty());
+}
+
+TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
+    Load("Star Wars", {"yoda", "leia"});
+    Load("Food", {"bread"});
+    Load("Colours", {"red"});
+    commands.Ops().Add("boss");
+    game.Lists().AddTopicList("food");
+    game.cmdAutoSendOn_Click();
+    ExpectOnePuzzleFor("bread");
+
+    Say("boss", "/newtopic");
+    EXPECT_EQ(Sent(),
+              (std::vector<std::string>{
+                  P + "Please choose a new topic from this list: Star Wars, Food, Colours."}));
+    EXPECT_TRUE(tmrTopics.IsEnabled());
+    EXPECT_FALSE(tmrIdle.IsEnabled());
+    EXPECT_FALSE(game.PendingAnswer());
+
+    // The first line naming a topic takes it and is read no further.
+    tmrCcoms.Tick();
+    Say("boss", "<b>star wars</b>");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "The Topic 'Star Wars' has been chosen!"}));
+    EXPECT_FALSE(tmrTopics.IsEnabled());
+    EXPECT_EQ(game.Lists().CurrentTopic(), "Star Wars");
+    std::vector<std::string> words = game.Lists().lstWords().Rows();
+    std::sort(words.begin(), words.end());
+    EXPECT_EQ(words, (std::vector<std::string>{"leia", "yoda"}));
+    EXPECT_EQ(game.Lists().Position(), -1);
+    tmrMsgPause.Tick(11);
+    ASSERT_EQ(chat.sent.size(), 1u);
+    ExpectScramble(chat.sent[0].text, game.Lists().lstWords().At(0));
+    Sent();
+
+    // As a vote, naming a topic chooses nothing; the timer picks at random.
+    game.chkTopicVote = true;
+    game.NewTopic(true);
+    Sent();
+    Say("ann", "food");
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_TRUE(tmrTopics.IsEnabled());
+    tmrTopics.Tick();
+    const std::vector<std::string> lines = Sent();
+    ASSERT_EQ(lines.size(), 1u);
+    const std::string chosen = game.Lists().CurrentTopic();
+    EXPECT_EQ(lines[0],
+              P + "No topics were chosen. The topic '" + chosen + "' has been chosen randomly.");
+    EXPECT_FALSE(tmrTopics.IsEnabled());
+    EXPECT_TRUE(tmrMsgPause.IsEnabled());
+    EXPECT_FALSE(game.Lists().lstWords().Empty());
+}
+
+TEST_F(GameScenario, NewTopicFromThePanelAsksFirst) {
+    game.NewTopic(false);
+    ASSERT_EQ(dialogs.questions.size(), 1u);
+    EXPECT_EQ(dialogs.questions[0].text, "Do you want the topic to be chosen through the chat?");
+    EXPECT_EQ(dialogs.questions[0].title, "Through Chat or Manual?");
+    EXPECT_EQ(pickerOpened, 1) << "No opens the topic picker";
+    EXPECT_EQ(game.Lists().CurrentTopic(), "[None]");
+
+    dialogs.yesNoAnswers = {true};
+    game.cmdNewTopic_Click();
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages[0].text, "There are no topics to choose from!");
+    EXPECT_EQ(dialogs.messages[0].title, "Error");
+    EXPECT_TRUE(Sent().empty());
+
+    commands.Ops().Add("boss");
+    Say("boss", "/newtopic");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "There are no topics loaded to choose from!"}));
+    EXPECT_FALSE(tmrTopics.IsEnabled());
+}
+
+TEST_F(GameScenario, DisallowedPlayersTakePartInNothing) {
+    Load("Letters", {"q"});
+    game.Lists().AddTopicList("letters");
+    commands.Disallows().Add("troll");
+    commands.Ops().Add("troll");
+    game.cmdAutoSendOn_Click();
+    Sent();
+
+    Say("T Roll", "q");
+    Say("troll", "/hint");
+    Say("troll", "/stop");
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_TRUE(game.Scores().Empty());
+    EXPECT_TRUE(game.PendingAnswer());
+    EXPECT_TRUE(game.GameOn);
+    EXPECT_EQ(console.Text(), "T Roll: q\r\ntroll: /hint\r\ntroll: /stop\r\n");
+}
+
+TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
+    Load("Words", {"elephant"});
+    game.Lists().AddTopicList("words");
+    game.cmdAutoSendOn_Click();
+    Sent();
+
+    Say("ann", "/HINT");
+    EXPECT_TRUE(Sent().empty());
+    Say("ann", "/hint");
+    std::vector<std::string> lines = Sent();
+    ASSERT_EQ(lines.size(), 1u);
+    ASSERT_EQ(lines[0].rfind(P + "Hint: ", 0), 0u);
+    const std::string hint = lines[0].substr(P.size() + 6);
+    EXPECT_EQ(hint.size(), 8u);
+    EXPECT_GE(std::count(hint.begin(), hint.end(), '*'), 3);
+
+    Say("bob", "/hint please");
+    Say("bob", "/score");
+    EXPECT_TRUE(Sent().empty()) << "within 10 s of the first";
+    tmrCcom2.Tick();
+    Say("bob", "/score");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "There are no recorded scores yet."}));
+    tmrCcom2.Tick();
+
+    game.chkLCase = false;
+    commands.chkHint = true;
+    Say("bob", "/hint");
+    EXPECT_TRUE(Sent().empty()) << "the hint command can be switched off";
+
+    Say("carl", "elephant");
+    tmrCcom2.Tick();
+    Say("carl", "/score");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "carl got it right!!! (elephant)",
+                                                P + "<B><U>TOP SCORES</U></B>: carl [1]"}));
+}
+
+TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
+    commands.Ops().Add("boss");
+    Say("Boss", "/help");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + ChatCommands::kHelpText}));
+
+    // A second command within ten seconds is ignored; after the pause it runs.
+    Say("boss", "/op ann");
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_FALSE(commands.Ops().Contains("ann"));
+    tmrCcoms.Tick();
+    EXPECT_FALSE(tmrCcoms.IsEnabled());
+    Say("boss", "/Op Some Body");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "somebody has been oped."}));
+    EXPECT_EQ(commands.Ops().Rows().Rows(), (std::vector<std::string>{"boss", "somebody"}));
+
+    auto command = [this](const std::string& who, const std::string& line) {
+        tmrCcoms.Tick();
+        Say(who, line);
+        return Sent();
+    };
+    EXPECT_EQ(command("somebody", "/options"),
+              (std::vector<std::string>{P + "tions has been oped."}));
+    EXPECT_EQ(command("boss", "/op tions"),
+              (std::vector<std::string>{P + "tions is already oped."}));
+    EXPECT_EQ(command("boss", "/deop tions"),
+              (std::vector<std::string>{P + "tions has been deoped."}));
+    EXPECT_EQ(command("boss", "/deop tions"), (std::vector<std::string>{P + "tions is not oped."}));
+    EXPECT_EQ(command("boss", "/disallow Troll"),
+              (std::vector<std::string>{P + "troll has been disallowed."}));
+    EXPECT_EQ(command("boss", "/disallow troll"),
+              (std::vector<std::string>{P + "troll is already disallowed."}));
+    EXPECT_EQ(command("boss", "/allow troll"),
+              (std::vector<std::string>{P + "troll has been allowed to participate."}));
+    EXPECT_EQ(command("boss", "/allow troll"),
+              (std::vector<std::string>{P + "troll is not disallowed."}));
+    EXPECT_EQ(command("boss", "/start"),
+              (std::vector<std::string>{P + "There are no topics loaded! Please load a topic."}));
+    EXPECT_EQ(command("boss", "/stop now"),
+              (std::vector<std::string>{P + "Auto-send turned off!"}));
+    EXPECT_EQ(command("ann", "/help"), std::vector<std::string>{}) << "ann is no op";
+    EXPECT_EQ(command("boss", "/dance"), std::vector<std::string>{});
+    EXPECT_FALSE(tmrCcoms.IsEnabled()) << "a line that is no command starts no pause";
+
+    // Entities are decoded before the line is read, "&amp;" last.
+    EXPECT_EQ(command("boss", "/op a&amp;gt;b"),
+              (std::vector<std::string>{P + "a&gt;b has been oped."}));
+}
+
+TEST_F(GameScenario, StartAndAnswerFromTheChat) {
+    Load("Words", {"kiwi,a fruit"});
+    game.Lists().AddTopicList("words");
+    commands.Ops().Add("boss");
+    game.SignedOn = false;
+    Say("boss", "/start");
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages[0].text, "You need to login to use the scrambler.");
+    EXPECT_FALSE(game.GameOn);
+
+    game.SignedOn = true;
+    tmrCcoms.Tick();
+    Say("boss", "/start");
+    ExpectOnePuzzleFor("kiwi", " (Hint: a fruit)");
+
+    tmrCcoms.Tick();
+    Say("boss", "/answer");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "The answer was (kiwi)!"}));
+    EXPECT_TRUE(tmrMsgPause.IsEnabled());
+    tmrCcoms.Tick();
+    Say("boss", "/answer");
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_FALSE(tmrCcoms.IsEnabled()) << "nothing to reveal: no pause";
+
+    // A correct answer while auto-send is off is credited, and no word follows.
+    game.cmdAutoSendOff_Click();
+    game.WordSend("kiwi");
+    Sent();
+    Say("ann", "kiwi");
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "ann got it right!!! (kiwi)"}));
+    EXPECT_FALSE(tmrMsgPause.IsEnabled());
+    EXPECT_EQ(game.Scores().lstPlayers().Rows(), (std::vector<std::string>{"ann - 1"}));
+}
+
+TEST_F(GameScenario, AnEmptiedListStopsAutoSend) {
+    Load("Words", {"kiwi"});
+    game.Lists().AddTopicList("words");
+    game.cmdAutoSendOn_Click();
+    Sent();
+    game.Lists().cmdClearList_Click();
+    tmrIdle.Tick(31);
+    EXPECT_EQ(Sent(), (std::vector<std::string>{P + "Word list cleared. Auto-sender turned off!"}));
+    EXPECT_FALSE(game.GameOn);
+    EXPECT_FALSE(tmrIdle.IsEnabled());
+
+    game.cmdAutoSendOn_Click();
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages[0].title, "Error");
+    EXPECT_EQ(errors.Rows(),
+              (std::vector<std::string>{"You cannot start Auto Send without a word list. Please "
+                                        "add a Topic on the Scramble List section!"}));
+}
+
+TEST_F(GameScenario, WithoutARoomNothingIsSent) {
+    chat.firstRoom = 0;
+    Load("Words", {"kiwi"});
+    game.Lists().AddTopicList("words");
+    game.cmdAutoSendOn_Click();
+    EXPECT_TRUE(chat.sent.empty());
+    EXPECT_TRUE(game.PendingAnswer()) << "the round goes on as usual";
+}
+
+TEST(ChatConsole, EmptiesItselfOnceFull) {
+    Console console;
+    const std::string line(1000, 'x');
+    for (int i = 0; i < 65; ++i)
+        console.AppendLine(line);
+    EXPECT_EQ(console.Text().size(), 65u * 1002u);  // 65130: not yet at the limit
+    console.AppendLine(line);
+    EXPECT_EQ(console.Text().size(), 66u * 1002u);  // 66132: at the limit now
+    console.AppendLine("next");
+    EXPECT_EQ(console.Text(), "next\r\n");
+}
+
+TEST(DecodeEntities, DecodesInOrderOverTheWholeLine) {
+    EXPECT_EQ(DecodeEntities("a &lt;b&gt; &quot;c&quot; &amp; d"), "a <b> \"c\" & d");
+    EXPECT_EQ(DecodeEntities("&amp;gt;"), "&gt;");
+    EXPECT_EQ(DecodeEntities("&amp;amp;"), "&amp;");
+}
+
+}  // namespace
+}  // namespace game

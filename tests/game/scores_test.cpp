@@ -1,0 +1,124 @@
+#include "game/scores.h"
+
+#include <gtest/gtest.h>
+
+namespace game {
+namespace {
+
+std::vector<std::string> Names(const ScoreTable& table) {
+    std::vector<std::string> names;
+    for (const auto& e : table.Ranking())
+        names.push_back(e.name + ":" + std::to_string(e.score));
+    return names;
+}
+
+// Builds a table with the given scores, players added in order.
+ScoreTable TableOf(const std::vector<std::pair<std::string, int>>& scores) {
+    ScoreTable table;
+    for (const auto& [name, score] : scores) {
+        table.AddPlayer(name);
+        if (score != 1) table.UpdateScore(name, score - 1);
+    }
+    return table;
+}
+
+TEST(ArrangeScores, RanksHighestFirstInTheDocumentedOrder) {
+    std::vector<ScoreEntry> entries = {{"a", 1}, {"b", 2}, {"c", 1}, {"d", 3}};
+    ArrangeScores(entries);
+    std::vector<std::string> ranked;
+    for (const auto& e : entries)
+        ranked.push_back(e.name);
+    EXPECT_EQ(ranked, (std::vector<std::string>{"d", "b", "c", "a"}));
+
+    entries = {{"x", 1}, {"y", 1}, {"z", 1}};
+    ArrangeScores(entries);
+    EXPECT_EQ(entries[0].name + entries[1].name + entries[2].name, "xyz");
+}
+
+TEST(UpdateScore, MovesTheScorerToTheEndBeforeRanking) {
+    ScoreTable table;
+    for (const char* name : {"a", "b", "c", "d"})
+        table.AddPlayer(name);
+    // b moves to the end (a c d b) and the passes carry it forward, leaving
+    // the ones behind it reversed: b d c a.
+    table.UpdateScore("b", 1);
+    EXPECT_EQ(Names(table), (std::vector<std::string>{"b:2", "d:1", "c:1", "a:1"}));
+    // a ties b and stays behind it.
+    table.UpdateScore("a", 1);
+    EXPECT_EQ(Names(table), (std::vector<std::string>{"b:2", "a:2", "c:1", "d:1"}));
+    table.UpdateScore("d", -5);
+    EXPECT_EQ(Names(table), (std::vector<std::string>{"b:2", "a:2", "c:1", "d:-4"}));
+}
+
+TEST(UpdateScore, ChangesOnlyThePlayersOwnRow) {
+    ScoreTable table;
+    table.AddPlayer("bobby");
+    table.AddPlayer("bob");
+    table.UpdateScore("bob", 1);
+    EXPECT_EQ(table.lstPlayers().Rows(), (std::vector<std::string>{"bobby - 1", "bob - 2"}));
+    table.UpdateScore("bobby", 4);
+    EXPECT_EQ(table.lstPlayers().Rows(), (std::vector<std::string>{"bobby - 5", "bob - 2"}));
+    EXPECT_EQ(Names(table), (std::vector<std::string>{"bobby:5", "bob:2"}));
+
+    EXPECT_FALSE(table.UpdateScore("nobody", 1));
+    EXPECT_FALSE(table.AddPlayer(""));
+    EXPECT_FALSE(table.AddPlayer("bob"));
+    EXPECT_EQ(table.lstPlayers().Count(), 2);
+
+    table.UpdateScore("bob", 2147483647);
+    EXPECT_EQ(table.Ranking()[0].score, 2147483647) << "scores saturate instead of wrapping";
+}
+
+TEST(FindWinners, NamesTheLeaderOrTheTiedLeadersAndEmptiesTheTable) {
+    ScoreTable single = TableOf({{"ann", 3}, {"bob", 5}, {"cat", 2}});
+    EXPECT_EQ(single.FindWinners(), "bob:5");
+    EXPECT_TRUE(single.Empty());
+    EXPECT_EQ(single.lstPlayers().Count(), 3) << "the rows are the caller's to clear";
+    EXPECT_EQ(WinnerMessage("bob:5"), "bob is the winner with 5 points!");
+    EXPECT_EQ(WinnerMessage("bob:1"), "bob is the winner with 1 points!");
+
+    ScoreTable tie = TableOf({{"ann", 4}, {"bob", 4}, {"cat", 4}, {"dan", 1}});
+    const std::string tied = tie.FindWinners();
+    EXPECT_EQ(tied,
+              "ann:4\xFF"
+              "bob:4\xFF"
+              "cat:4");
+    EXPECT_EQ(WinnerMessage(tied), "TIE GAME!!! Winners: ann, bob, cat");
+
+    ScoreTable two = TableOf({{"ann", 2}, {"bob", 2}});
+    EXPECT_EQ(WinnerMessage(two.FindWinners()), "TIE GAME!!! Winners: ann, bob");
+
+    ScoreTable empty;
+    EXPECT_EQ(empty.FindWinners(), "[Error]");
+    EXPECT_EQ(WinnerMessage("[Error]"), "ERROR: A winner was not found!");
+}
+
+TEST(TopScores, StopsBeforeTheLinePasses232Characters) {
+    EXPECT_FALSE(ScoreTable().TopScoresLine());
+    ScoreTable three = TableOf({{"a", 5}, {"b", 3}, {"c", 2}});
+    EXPECT_EQ(three.TopScoresLine(), "<B><U>TOP SCORES</U></B>: a [5], b[3], c[2]");
+
+    // The header (26) and the first entry (name, " [2]") come first; each
+    // further 10-letter name with a 1-digit score adds 15 (", name[1]"). An
+    // entry is added while length + name + score stays at or below 232.
+    auto line = [](const std::string& leader) {
+        ScoreTable table;
+        table.AddPlayer(leader);
+        table.UpdateScore(leader, 1);
+        for (int i = 10; i < 30; ++i)
+            table.AddPlayer("player00" + std::to_string(i));
+        return *table.TopScoresLine();
+    };
+    // 26 + 11 + 4 + 12 * 15 = 221, and 221 + 10 + 1 = 232: the 13th is added.
+    const std::string exact = line("leader00000");
+    EXPECT_EQ(exact.size(), 236u);
+    EXPECT_EQ(exact.substr(exact.size() - 15), ", player0022[1]");
+    // One character more: 222 + 11 = 233 > 232, so the 13th is left out.
+    const std::string over = line("leader000000");
+    EXPECT_EQ(over.size(), 222u);
+    EXPECT_EQ(over.substr(over.size() - 15), ", player0021[1]");
+    EXPECT_EQ(over.substr(0, 42), "<B><U>TOP SCORES</U></B>: leader000000 [2]");
+}
+
+}  // namespace
+}  // namespace game
