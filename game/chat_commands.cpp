@@ -22,6 +22,21 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
     return out;
 }
 
+// Adds `name` to `list`; the reply says which way it went.
+std::string AddName(NameList& list, const std::string& name, std::string_view added,
+                    std::string_view present) {
+    if (list.Contains(name)) return name + std::string(present);
+    list.Add(name);
+    return name + std::string(added);
+}
+
+std::string RemoveName(NameList& list, const std::string& name, std::string_view removed,
+                       std::string_view absent) {
+    if (!list.Contains(name)) return name + std::string(absent);
+    list.Remove(name);
+    return name + std::string(removed);
+}
+
 }  // namespace
 
 std::string DecodeEntities(std::string_view line) {
@@ -77,37 +92,15 @@ bool ChatCommands::RunOpCommand(int chatIndex, const std::string& cmd) {
     if (matches("/help")) {
         reply(kHelpText);
     } else if (matches("/op")) {
-        const std::string name = nameAfter("/op");
-        if (ops_.Contains(name)) {
-            reply(name + " is already oped.");
-        } else {
-            ops_.Add(name);
-            reply(name + " has been oped.");
-        }
+        reply(AddName(ops_, nameAfter("/op"), " has been oped.", " is already oped."));
     } else if (matches("/deop")) {
-        const std::string name = nameAfter("/deop");
-        if (ops_.Contains(name)) {
-            ops_.Remove(name);
-            reply(name + " has been deoped.");
-        } else {
-            reply(name + " is not oped.");
-        }
+        reply(RemoveName(ops_, nameAfter("/deop"), " has been deoped.", " is not oped."));
     } else if (matches("/allow")) {
-        const std::string name = nameAfter("/allow");
-        if (disallows_.Contains(name)) {
-            disallows_.Remove(name);
-            reply(name + " has been allowed to participate.");
-        } else {
-            reply(name + " is not disallowed.");
-        }
+        reply(RemoveName(disallows_, nameAfter("/allow"), " has been allowed to participate.",
+                         " is not disallowed."));
     } else if (matches("/disallow")) {
-        const std::string name = nameAfter("/disallow");
-        if (disallows_.Contains(name)) {
-            reply(name + " is already disallowed.");
-        } else {
-            disallows_.Add(name);
-            reply(name + " has been disallowed.");
-        }
+        reply(AddName(disallows_, nameAfter("/disallow"), " has been disallowed.",
+                      " is already disallowed."));
     } else if (matches("/start")) {
         if (game_.Lists().lstWords().Empty()) {
             reply("There are no topics loaded! Please load a topic.");
