@@ -1,0 +1,269 @@
+// The client's connections: frames out and in, closing, losing and
+// resetting connections, and opening a service connection from a redirect.
+#include <algorithm>
+
+#include "oscar/text.h"
+#include "oscar/text_number.h"
+#include "oscar/tolsock.h"
+
+namespace oscar {
+
+TolSock::TolSock(SocketLayer& sockets) : sockets_(sockets) {
+    sockets_.SetListener(this);
+    sockets_.Create(0);
+}
+
+TolSock::~TolSock() { sockets_.SetListener(nullptr); }
+
+std::int32_t TolSock::SequenceNumber(int index) const {
+    return ValidIndex(index) ? connections_[static_cast<std::size_t>(index)].seqNum : 0;
+}
+
+void TolSock::SendPacket(int Index, int intChannel, const std::string& strPacket) {
+    if (!ValidIndex(Index)) return;
+    Connection& c = Conn(Index);
+    if (c.seqNum > 0xFFFF) c.seqNum = 0;
+    const auto sequence = MakeWord(c.seqNum);
+    const auto length = MakeWord(static_cast<long long>(strPacket.size()));
+    // A frame that cannot be built is not written, but its number is used up.
+    ++c.seqNum;
+    if (!sequence || !length) return;
+    sockets_.Send(Index, "*" + MakeByte(intChannel) + *sequence + *length + strPacket);
+}
+
+void TolSock::OnDataArrival(int index) {
+    const std::string bytes = sockets_.ReadAll(index);
+    if (!ValidIndex(index)) return;
+    Connection& c = Conn(index);
+    c.cutter.Append(bytes);
+    // A handler may run a nested event loop (a message box); bytes that arrive
+    // meanwhile on this index are queued and handed out by the outer call.
+    if (c.cutting) return;
+    c.cutting = true;
+    // Closing the connection empties the cutter, so a frame handler that
+    // closes or reconnects this index ends the stale frames of this read.
+    while (auto frame = c.cutter.Next()) ParsePacket(index, *frame);
+    c.cutting = false;
+}
+
+int TolSock::HighestIndex() const {
+    for (int i = kMaxIndex; i > 0; --i) {
+        if (sockets_.Exists(i)) return i;
+    }
+    return 0;
+}
+
+void TolSock::Disconnect(int index) {
+    sockets_.Close(index);
+    Connection& c = Conn(index);
+    c.cutter.Clear();
+    c.cookie.clear();
+    c.family.clear();
+    c.families.clear();
+}
+
+void TolSock::CloseSock(int Index) {
+    if (!ValidIndex(Index) || !sockets_.Exists(Index)) return;
+    if (Index != 0 && Index == HighestIndex()) {
+        Disconnect(Index);
+        sockets_.Destroy(Index);
+        return;
+    }
+    sockets_.SetTag(Index, "");
+    Disconnect(Index);
+}
+
+void TolSock::OnSocketError(int index) {
+    if (!ValidIndex(index)) return;
+    auto lost = [this, index](const std::string& text) { events_->ConnectionLost(index, text); };
+    if (intAdminIndex_ != 0 && index == intAdminIndex_) {
+        lost("Connection to the admin server has been lost.");
+        intAdminIndex_ = 0;
+    } else if (index == 0) {
+        lost("Connection to the main BOS server has been lost.");
+    } else if (intEmailIndex_ != 0 && index == intEmailIndex_) {
+        lost("Connection to the email server has been lost.");
+        intEmailIndex_ = 0;
+    } else if (intChatNavIndex_ != 0 && index == intChatNavIndex_) {
+        lost("Connection to the chat navigation server has been lost.");
+        intChatNavIndex_ = 0;
+    } else if (intIconIndex_ != 0 && index == intIconIndex_) {
+        lost("Connection to the buddy icon server has been lost.");
+        intIconIndex_ = 0;
+    } else {
+        auto room = std::find_if(chat_.begin(), chat_.end(),
+                                 [index](const Chats& c) { return c.ChatIndex == index; });
+        if (room == chat_.end()) {
+            lost("Connection to sock index " + std::to_string(index) + " has been lost.");
+        } else {
+            // Taken off the list first, so that the handlers of the events
+            // below already see the room gone.
+            const Chats left = *room;
+            chat_.erase(room);
+            events_->LeftChat(left.ChatName, left.Exchange, left.Instance, left.ChatIndex);
+            CloseSock(index);
+            lost("Connection to chat Name: " + left.ChatName +
+                 ", Exchange: " + std::to_string(left.Exchange) +
+                 ", Instance: " + std::to_string(left.Instance) + " has been lost.");
+            return;
+        }
+    }
+    CloseSock(index);
+}
+
+void TolSock::RemoveRoomsAndRaiseLeft(int index) {
+    for (;;) {
+        auto room = std::find_if(chat_.begin(), chat_.end(),
+                                 [index](const Chats& c) { return c.ChatIndex == index; });
+        if (room == chat_.end()) return;
+        const Chats left = *room;
+        chat_.erase(room);
+        events_->LeftChat(left.ChatName, left.Exchange, left.Instance, left.ChatIndex);
+    }
+}
+
+void TolSock::DropConnection(int Index) {
+    if (!ValidIndex(Index)) return;
+    auto room = std::find_if(chat_.begin(), chat_.end(),
+                             [Index](const Chats& c) { return c.ChatIndex == Index; });
+    if (room != chat_.end()) {
+        const Chats left = *room;
+        chat_.erase(room);
+        events_->LeftChat(left.ChatName, left.Exchange, left.Instance, left.ChatIndex);
+    } else if (Index == intAdminIndex_) {
+        intAdminIndex_ = 0;
+    } else if (Index == 0) {
+        // The BOS connection: no field to clear.
+    } else if (Index == intEmailIndex_) {
+        intEmailIndex_ = 0;
+    } else if (Index == intChatNavIndex_) {
+        intChatNavIndex_ = 0;
+    } else if (Index == intIconIndex_) {
+        intIconIndex_ = 0;
+    }
+    CloseSock(Index);
+}
+
+void TolSock::ResetSockets() {
+    const int highest = HighestIndex();
+    for (int i = 0; i <= highest; ++i) {
+        if (!sockets_.Exists(i)) continue;
+        Disconnect(i);
+        if (i != 0) sockets_.Destroy(i);
+    }
+    chat_.clear();
+    intChatNavIndex_ = intAdminIndex_ = intIconIndex_ = intEmailIndex_ = 0;
+}
+
+void TolSock::ResetAll() {
+    ResetSockets();
+    ClearLoginInfo();
+    bosHost_.clear();
+    bosPort_ = 0;
+    bosCookie_.clear();
+    authHost_.clear();
+    authPort_ = 0;
+    ClearPendingChat();
+    ClearPendingAdmin();
+    pendingIconBuddy_.clear();
+    pendingIconHash_.clear();
+}
+
+void TolSock::ClearLoginInfo() {
+    screenName_.clear();
+    password_.clear();
+    strAccountEmail_.clear();
+    blnAuthorizing_ = false;
+    blnLoggedIn_ = false;
+    blnPaused_ = false;
+}
+
+void TolSock::ClearPendingChat() {
+    strPendingChatName_.clear();
+    intPendingExchange_ = 0;
+    intPendingInstance_ = 0;
+    blnCreatePending_ = false;
+}
+
+void TolSock::SendPendingAdmin() {
+    if (intAdminIndex_ == 0) {
+        ClearPendingAdmin();
+        return;
+    }
+    const std::string change = HexToBytes("00070004000000000004");
+    const std::string query = HexToBytes("00070002000000000002");
+    PendingAdmin& q = pendingAdmin_;
+    if (!q.email.empty()) {
+        SendPacket(intAdminIndex_, 2, change + MakeTLV("0011", 2, q.email));
+        q.email.clear();
+    }
+    if (!q.format.empty()) {
+        SendPacket(intAdminIndex_, 2, change + MakeTLV("0001", 2, q.format));
+        q.format.clear();
+    }
+    if (!q.newPassword.empty()) {
+        SendPacket(intAdminIndex_, 2,
+                   change + MakeTLV("0012", 2, password_) + MakeTLV("0002", 2, q.newPassword));
+        q.newPassword.clear();
+    }
+    if (q.regType != 0) {
+        if (auto type = MakeWord(q.regType)) {
+            SendPacket(intAdminIndex_, 2, change + MakeTLV("0013", 2, *type));
+        }
+        q.regType = 0;
+    }
+    if (q.emailRequested) {
+        SendPacket(intAdminIndex_, 2, query + MakeTLV("0011", 2, ""));
+        q.emailRequested = false;
+    }
+    if (q.nick) {
+        SendPacket(intAdminIndex_, 2, query + MakeTLV("0001", 2, ""));
+        q.nick = false;
+    }
+    if (q.registration) {
+        SendPacket(intAdminIndex_, 2, query + MakeTLV("0013", 2, ""));
+        q.registration = false;
+    }
+}
+
+void TolSock::OpenServiceConnection(const TLVList& tlvs) {
+    // The highest element that is neither connected nor still connecting is
+    // reused; otherwise a new element goes one above the highest. A socket
+    // still being opened is left alone, so two redirects in a row get two
+    // connections.
+    int chosen = 0;
+    const int highest = HighestIndex();
+    for (int i = 0; i <= highest; ++i) {
+        if (!sockets_.Exists(i) || sockets_.IsConnected(i)) continue;
+        if (sockets_.Tag(i).ends_with("connecting")) continue;
+        chosen = i;
+    }
+    if (chosen == 0) {
+        chosen = highest + 1;
+        // Every index is taken: the redirect is dropped.
+        if (chosen > kMaxIndex) return;
+        sockets_.Create(chosen);
+    }
+    Disconnect(chosen);
+
+    Connection& c = Conn(chosen);
+    std::string host;
+    long long port = 0;
+    for (std::size_t i = 0; i + 1 < tlvs.size(); i += 2) {
+        const std::string type = BytesToHex(tlvs[i]);
+        const std::string& value = tlvs[i + 1];
+        if (type == "000D") {
+            sockets_.SetTag(chosen, FamilyName(value) + "connecting");
+            c.family = BytesToHex(value);
+        } else if (type == "0005") {
+            const auto colon = value.find(':');
+            host = value.substr(0, colon);
+            port = colon == std::string::npos ? 5190 : LeadingNumber(value.substr(colon + 1));
+        } else if (type == "0006") {
+            c.cookie = value;
+        }
+    }
+    sockets_.Connect(chosen, host, static_cast<int>(port));
+}
+
+}  // namespace oscar
