@@ -10,7 +10,7 @@
 namespace oscar {
 
 class ClientEvents {
-public:
+  public:
     virtual ~ClientEvents() = default;
 
     virtual void LoggedIn(const std::string& /*strUser*/, const std::string& /*strEmail*/,

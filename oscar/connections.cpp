@@ -13,7 +13,9 @@ TolSock::TolSock(SocketLayer& sockets) : sockets_(sockets) {
     sockets_.Create(0);
 }
 
-TolSock::~TolSock() { sockets_.SetListener(nullptr); }
+TolSock::~TolSock() {
+    sockets_.SetListener(nullptr);
+}
 
 std::int32_t TolSock::SequenceNumber(int index) const {
     return ValidIndex(index) ? connections_[static_cast<std::size_t>(index)].seqNum : 0;
@@ -42,7 +44,8 @@ void TolSock::OnDataArrival(int index) {
     c.cutting = true;
     // Closing the connection empties the cutter, so a frame handler that
     // closes or reconnects this index ends the stale frames of this read.
-    while (auto frame = c.cutter.Next()) ParsePacket(index, *frame);
+    while (auto frame = c.cutter.Next())
+        ParsePacket(index, *frame);
     c.cutting = false;
 }
 

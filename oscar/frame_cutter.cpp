@@ -5,7 +5,7 @@ namespace oscar {
 namespace {
 // A buffer this large that empties is given back to the allocator.
 constexpr std::size_t kKeepCapacity = 1 << 20;
-}
+}  // namespace
 
 void FrameCutter::Append(std::string_view bytes) {
     if (offset_ > 0) {

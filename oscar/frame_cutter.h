@@ -11,7 +11,7 @@
 namespace oscar {
 
 class FrameCutter {
-public:
+  public:
     // The FLAP header: '*', channel, sequence number, payload length.
     static constexpr std::size_t kHeaderSize = 6;
 
@@ -23,7 +23,7 @@ public:
     // Bytes received and not yet handed out as a frame.
     std::size_t Waiting() const { return buffer_.size() - offset_; }
 
-private:
+  private:
     std::string buffer_;
     std::size_t offset_ = 0;  // start of the first byte not handed out
 };

@@ -27,9 +27,13 @@ inline std::optional<unsigned char> ByteAt(std::string_view frame, std::size_t p
 }
 
 // The SNAC data of a channel-2 frame: everything from position 17.
-inline std::string SnacData(std::string_view frame) { return std::string(From(frame, 17)); }
+inline std::string SnacData(std::string_view frame) {
+    return std::string(From(frame, 17));
+}
 
 // The flags' high byte (position 11) says an optional block comes first.
-inline bool HasOptionalBlock(std::string_view frame) { return ByteAt(frame, 11) == 0x80; }
+inline bool HasOptionalBlock(std::string_view frame) {
+    return ByteAt(frame, 11) == 0x80;
+}
 
 }  // namespace oscar

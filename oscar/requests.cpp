@@ -9,7 +9,9 @@ namespace oscar {
 namespace {
 
 // A 16-bit field of a request; out of range it makes the request unsendable.
-std::optional<std::string> Word16(long long value) { return MakeWord(value); }
+std::optional<std::string> Word16(long long value) {
+    return MakeWord(value);
+}
 
 // A string preceded by its 1-byte length; nullopt over 255 bytes.
 std::optional<std::string> LengthPrefixed(const std::string& text) {
@@ -30,9 +32,8 @@ bool SameRoom(const Chats& room, const std::string& normalizedName, int exchange
 
 }  // namespace
 
-void TolSock::Login(const std::string& strUser, const std::string& strPassword,
-                    long long lngPort, bool /*blnMD5Login*/, bool /*blnInvisible*/,
-                    const std::string& strAuthServer) {
+void TolSock::Login(const std::string& strUser, const std::string& strPassword, long long lngPort,
+                    bool /*blnMD5Login*/, bool /*blnInvisible*/, const std::string& strAuthServer) {
     ResetSockets();
     screenName_ = strUser;
     password_ = strPassword;
@@ -114,9 +115,9 @@ void TolSock::SendChat(int intChatIndex, const std::string& strMessage,
     const std::string packet =
         HexToBytes("000E0005000000000005000000000000") + Word(chatCounter_) + HexToBytes("0003") +
         MakeTLV("0001", 2, "") + MakeTLV("0006", 2, "") +
-        (text ? MakeTLV("0005", 2,
-                        MakeTLV("0002", 2, "us-ascii") + MakeTLV("0003", 2, "en") + *text)
-              : std::string());
+        (text
+             ? MakeTLV("0005", 2, MakeTLV("0002", 2, "us-ascii") + MakeTLV("0003", 2, "en") + *text)
+             : std::string());
     // The message cookie counts 0..32000, then starts again at 1.
     if (++chatCounter_ > 32000) chatCounter_ = 1;
     if (!text || packet.size() > 0xFFFF) return;
@@ -127,7 +128,8 @@ void TolSock::SendChat(int intChatIndex, const std::string& strMessage,
         for (const Chats& room : chat_) {
             if (SameRoom(room, name, intExchange)) rooms.push_back(room.ChatIndex);
         }
-        for (int index : rooms) SendPacket(index, 2, packet);
+        for (int index : rooms)
+            SendPacket(index, 2, packet);
         return;
     }
     if (intChatIndex == 0 || !ValidIndex(intChatIndex) || !sockets_.Exists(intChatIndex)) return;
@@ -179,11 +181,11 @@ void TolSock::InviteChatBuddy(const std::string& strBuddy) {
         const auto instance = Word16(room.Instance);
         const auto cookie = LengthPrefixed(room.Cookie);
         if (exchange && instance && cookie) {
-            const std::string rendezvous =
-                HexToBytes("0000") + HexToBytes("0000000000000001") +
-                HexToBytes("748F2420628711D18222444553540000") + MakeTLV("000A", 2, Word(1)) +
-                MakeTLV("000F", 2, "") + MakeTLV("000C", 2, "Join me in this chat.") +
-                MakeTLV("2711", 2, *exchange + *cookie + *instance);
+            const std::string rendezvous = HexToBytes("0000") + HexToBytes("0000000000000001") +
+                                           HexToBytes("748F2420628711D18222444553540000") +
+                                           MakeTLV("000A", 2, Word(1)) + MakeTLV("000F", 2, "") +
+                                           MakeTLV("000C", 2, "Join me in this chat.") +
+                                           MakeTLV("2711", 2, *exchange + *cookie + *instance);
             packet += MakeTLV("0005", 2, rendezvous);
         }
     }
@@ -209,8 +211,7 @@ void TolSock::FormatScreenname(const std::string& strFormat) {
 void TolSock::ChangePassword(const std::string& strNewPassword) {
     pendingAdmin_.newPassword = TrimSpaces(strNewPassword);
     if (SendAdmin(HexToBytes("00070004000000000004") +
-                  MakeTLV("0002", 2, pendingAdmin_.newPassword) +
-                  MakeTLV("0012", 2, password_))) {
+                  MakeTLV("0002", 2, pendingAdmin_.newPassword) + MakeTLV("0012", 2, password_))) {
         pendingAdmin_.newPassword.clear();
     }
 }

@@ -13,10 +13,14 @@ namespace {
 
 std::string ChatNavigationErrorText(int subcode) {
     switch (subcode) {
-        case 0x12: return "Join chat failed, you are already in the max amount of chats Oscar allows.";
-        case 0x33: return "Join chat failed, invalid chat name.";
-        case 0x32: return "Join chat failed, objectional chat name.";
-        default: return "Join chat failed, unknown error.";
+        case 0x12:
+            return "Join chat failed, you are already in the max amount of chats Oscar allows.";
+        case 0x33:
+            return "Join chat failed, invalid chat name.";
+        case 0x32:
+            return "Join chat failed, objectional chat name.";
+        default:
+            return "Join chat failed, unknown error.";
     }
 }
 
@@ -130,7 +134,8 @@ void TolSock::ServiceRates(int index) {
         ClearConnectionRedirect(index);
         return;
     }
-    if (tag == "[Chat_Navigation]connecting") SendPacket(index, 2, HexToBytes("000D0002000000000002"));
+    if (tag == "[Chat_Navigation]connecting")
+        SendPacket(index, 2, HexToBytes("000D0002000000000002"));
 
     const std::string family = Conn(index).family;
     sockets_.SetTag(index, FamilyName(HexToBytes(family)) + "connected");
@@ -332,7 +337,8 @@ void TolSock::EmailLookupReply(const std::string& frame) {
     TLVList tlvs;
     ParseTLVs(data, tlvs);
     std::vector<std::string> names;
-    for (std::size_t i = 1; i < tlvs.size(); i += 2) names.push_back(tlvs[i]);
+    for (std::size_t i = 1; i < tlvs.size(); i += 2)
+        names.push_back(tlvs[i]);
     events_->EmailLookupResults(names);
 }
 

@@ -16,25 +16,39 @@ constexpr const char* kProfile =
 
 std::string AuthorizationErrorText(int code) {
     switch (code) {
-        case 0x01: return "Unregistered screenname.";
-        case 0x04: return "Invalid screenname.";
-        case 0x05: return "The password you entered is not valid.";
-        case 0x08: return "Account deleted.";
-        case 0x11: return "Sign on blocked.";
-        case 0x18: return "Rate limit exceeded. Please try again later";
-        case 0x1D: return "You are attempting to sign on again too soon.";
-        case 0x2A: return "Unknown login error.";
-        default: return "Unknown Error.";
+        case 0x01:
+            return "Unregistered screenname.";
+        case 0x04:
+            return "Invalid screenname.";
+        case 0x05:
+            return "The password you entered is not valid.";
+        case 0x08:
+            return "Account deleted.";
+        case 0x11:
+            return "Sign on blocked.";
+        case 0x18:
+            return "Rate limit exceeded. Please try again later";
+        case 0x1D:
+            return "You are attempting to sign on again too soon.";
+        case 0x2A:
+            return "Unknown login error.";
+        default:
+            return "Unknown Error.";
     }
 }
 
 std::string GenericErrorText(int subcode) {
     switch (subcode) {
-        case 0x4A: return "Join chat failed, ejected.";
-        case 0x18: return "Join chat failed, full.";
-        case 0x2E: return "Join chat failed, you are already in this chat.";
-        case 0x32: return "Join chat failed, objectional chat name.";
-        default: return "Unknown Error.";
+        case 0x4A:
+            return "Join chat failed, ejected.";
+        case 0x18:
+            return "Join chat failed, full.";
+        case 0x2E:
+            return "Join chat failed, you are already in this chat.";
+        case 0x32:
+            return "Join chat failed, objectional chat name.";
+        default:
+            return "Unknown Error.";
     }
 }
 

@@ -8,7 +8,7 @@
 namespace oscar {
 
 class SocketListener {
-public:
+  public:
     virtual ~SocketListener() = default;
     // Bytes have arrived on `index`; ReadAll takes them.
     virtual void OnDataArrival(int index) = 0;
@@ -17,7 +17,7 @@ public:
 };
 
 class SocketLayer {
-public:
+  public:
     virtual ~SocketLayer() = default;
 
     virtual void SetListener(SocketListener* listener) = 0;

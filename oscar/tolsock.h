@@ -22,7 +22,7 @@
 namespace oscar {
 
 class TolSock : public SocketListener {
-public:
+  public:
     // The highest socket index the client uses.
     static constexpr int kMaxIndex = 50;
 
@@ -87,15 +87,15 @@ public:
     bool Authorizing() const { return blnAuthorizing_; }
     std::int32_t SequenceNumber(int index) const;
 
-private:
+  private:
     struct Connection {
         FrameCutter cutter;
         std::int32_t seqNum = 0;  // never reset: continues across reconnections
         bool cutting = false;     // frames of this index are being handed out
         // The redirect that opened this service connection.
         std::string cookie;
-        std::string family;          // 4 hex digits
-        TLVList families;            // (family, version) items of the versions reply
+        std::string family;  // 4 hex digits
+        TLVList families;    // (family, version) items of the versions reply
     };
 
     struct PendingAdmin {

@@ -20,12 +20,17 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
     client.SendPacket(0, 2, HexToBytes("00010002"));
     client.SendPacket(0, 1, HexToBytes("00000001"));
     ASSERT_EQ(sockets.written.size(), 2u);
-    EXPECT_EQ(BytesToHex(sockets.written[0].second), "2A02000000040001" "0002");
-    EXPECT_EQ(BytesToHex(sockets.written[1].second), "2A01000100040000" "0001");
+    EXPECT_EQ(BytesToHex(sockets.written[0].second),
+              "2A02000000040001"
+              "0002");
+    EXPECT_EQ(BytesToHex(sockets.written[1].second),
+              "2A01000100040000"
+              "0001");
 
     // The 65537th frame on one index carries 0 again.
     sockets.written.clear();
-    for (int i = 2; i < 65536; ++i) client.SendPacket(0, 2, "");
+    for (int i = 2; i < 65536; ++i)
+        client.SendPacket(0, 2, "");
     EXPECT_EQ(BytesToHex(sockets.written.back().second), "2A02FFFF0000");
     client.SendPacket(0, 2, "");
     EXPECT_EQ(BytesToHex(sockets.written.back().second), "2A0200000000");
@@ -50,11 +55,13 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
 
 TEST_F(ConnectionsTest, TheBosConnectionContinuesTheAuthorizationNumbering) {
     client.Login("Bot", "pw", 5190, false, false, "auth.example.net");
-    sockets.Deliver(0, Greeting());                                       // numbers 0 and 1
-    sockets.Deliver(0, SnacFrame("00170007000000000000" "0002" "4B59"));  // number 2
-    sockets.Deliver(0, Frame(2, HexToBytes("00170003000000000000") +
-                                    MakeTLV("0005", 2, "bos.example.net:5190") +
-                                    MakeTLV("0006", 2, "C")));
+    sockets.Deliver(0, Greeting());  // numbers 0 and 1
+    sockets.Deliver(0, SnacFrame("00170007000000000000"
+                                 "0002"
+                                 "4B59"));  // number 2
+    sockets.Deliver(
+        0, Frame(2, HexToBytes("00170003000000000000") +
+                        MakeTLV("0005", 2, "bos.example.net:5190") + MakeTLV("0006", 2, "C")));
     sockets.written.clear();
     sockets.Deliver(0, Greeting());
     ASSERT_EQ(sockets.written.size(), 1u);
@@ -66,8 +73,8 @@ TEST_F(ConnectionsTest, DataArrivalHandsOverWholeFramesInOrder) {
     const std::string a = ChatLineFrame("ann", "one");
     const std::string b = ChatLineFrame("bob", "two");
     const std::string c = ChatLineFrame("cat", "three");
-    const std::vector<std::string> expected = {"ChatMessage(2, ann, one)", "ChatMessage(2, bob, two)",
-                                               "ChatMessage(2, cat, three)"};
+    const std::vector<std::string> expected = {
+        "ChatMessage(2, ann, one)", "ChatMessage(2, bob, two)", "ChatMessage(2, cat, three)"};
 
     // Two frames in one read, then one frame over three reads.
     sockets.Deliver(2, a + b);
@@ -85,7 +92,8 @@ TEST_F(ConnectionsTest, DataArrivalHandsOverWholeFramesInOrder) {
 
     // The whole stream one byte per read.
     const std::string stream = a + b + c;
-    for (char byte : stream) sockets.Deliver(2, std::string(1, byte));
+    for (char byte : stream)
+        sockets.Deliver(2, std::string(1, byte));
     EXPECT_EQ(events.Take(), expected);
 }
 
@@ -101,8 +109,8 @@ TEST_F(ConnectionsTest, ClosingAConnectionDropsItsWaitingBytes) {
     // The index is reused by a new connection: the old half frame is gone.
     sockets.Create(room);
     sockets.Deliver(room, line);
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"ChatMessage(" + std::to_string(room) +
-                                                      ", ann, hello)"});
+    EXPECT_EQ(events.Take(),
+              std::vector<std::string>{"ChatMessage(" + std::to_string(room) + ", ann, hello)"});
 
     // A frame whose handler closes its own connection ends that read.
     events.onEvent = [&](const std::string& e) {
@@ -122,9 +130,9 @@ TEST_F(ConnectionsTest, RedirectsPickTheHighestFreeIndexOrANewOne) {
     EXPECT_EQ(sockets.sockets[1].port, 5192);
 
     // A room's redirect while 0 and 1 are connected: a new index, 2.
-    sockets.Deliver(0, Frame(2, HexToBytes("00010005000000000000") +
-                                    MakeTLV("000D", 2, HexToBytes("000E")) +
-                                    MakeTLV("0005", 2, "chat.example.net") + MakeTLV("0006", 2, "K")));
+    sockets.Deliver(
+        0, Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes("000E")) +
+                        MakeTLV("0005", 2, "chat.example.net") + MakeTLV("0006", 2, "K")));
     EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{2, "chat.example.net:5190"}));
     EXPECT_EQ(sockets.Tag(2), "[Chat]connecting");
 
@@ -147,10 +155,10 @@ TEST_F(ConnectionsTest, AConnectionStillOpeningIsNotReused) {
     SignOn();
     sockets.connectAtOnce = false;
     auto redirect = [&](const char* family) {
-        sockets.Deliver(0, Frame(2, HexToBytes("00010005000000000000") +
-                                        MakeTLV("000D", 2, HexToBytes(family)) +
-                                        MakeTLV("0005", 2, "s.example.net:1") +
-                                        MakeTLV("0006", 2, family)));
+        sockets.Deliver(
+            0,
+            Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes(family)) +
+                         MakeTLV("0005", 2, "s.example.net:1") + MakeTLV("0006", 2, family)));
         return sockets.connectLog.back().first;
     };
     EXPECT_EQ(redirect("0007"), 1);
@@ -158,20 +166,25 @@ TEST_F(ConnectionsTest, AConnectionStillOpeningIsNotReused) {
     // Each greeting is answered with its own redirect's cookie.
     sockets.sockets[1].connected = sockets.sockets[2].connected = true;
     sockets.Deliver(1, Greeting());
-    EXPECT_EQ(sockets.TakePayloads(1),
-              std::vector<std::string>{"00000001" "0006" "0004" "30303037"});
+    EXPECT_EQ(sockets.TakePayloads(1), std::vector<std::string>{"00000001"
+                                                                "0006"
+                                                                "0004"
+                                                                "30303037"});
     sockets.Deliver(2, Greeting());
-    EXPECT_EQ(sockets.TakePayloads(2),
-              std::vector<std::string>{"00000001" "0006" "0004" "30303130"});
+    EXPECT_EQ(sockets.TakePayloads(2), std::vector<std::string>{"00000001"
+                                                                "0006"
+                                                                "0004"
+                                                                "30303130"});
 }
 
 TEST_F(ConnectionsTest, NoIndexBeyondFiftyIsCreated) {
     SignOn();
-    for (int i = 1; i <= 50; ++i) sockets.sockets[i].connected = true;
+    for (int i = 1; i <= 50; ++i)
+        sockets.sockets[i].connected = true;
     const std::size_t connects = sockets.connectLog.size();
-    sockets.Deliver(0, Frame(2, HexToBytes("00010005000000000000") +
-                                    MakeTLV("000D", 2, HexToBytes("0007")) +
-                                    MakeTLV("0005", 2, "s.example.net:1")));
+    sockets.Deliver(
+        0, Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes("0007")) +
+                        MakeTLV("0005", 2, "s.example.net:1")));
     EXPECT_EQ(sockets.connectLog.size(), connects);
     EXPECT_FALSE(sockets.Exists(51));
 }
@@ -186,11 +199,12 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
     ASSERT_EQ(client.Chat().size(), 1u);
 
     sockets.Fail(room);
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{
-                  "LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")",
-                  "ConnectionLost(" + std::to_string(room) +
-                      ", Connection to chat Name: Lobby, Exchange: 4, Instance: 0 has been lost.)"}));
+    EXPECT_EQ(
+        events.Take(),
+        (std::vector<std::string>{
+            "LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")",
+            "ConnectionLost(" + std::to_string(room) +
+                ", Connection to chat Name: Lobby, Exchange: 4, Instance: 0 has been lost.)"}));
     EXPECT_TRUE(client.Chat().empty());
 
     const int nav = client.ChatNavIndex();
@@ -214,8 +228,9 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
     EXPECT_EQ(client.ChatNavIndex(), 0);
 
     sockets.Fail(0);
-    EXPECT_EQ(events.Take(), (std::vector<std::string>{
-                                 "ConnectionLost(0, Connection to the main BOS server has been lost.)"}));
+    EXPECT_EQ(events.Take(),
+              (std::vector<std::string>{
+                  "ConnectionLost(0, Connection to the main BOS server has been lost.)"}));
 }
 
 TEST_F(ConnectionsTest, LeaveChatByIndexRaisesLeftChatPerRoomAndClosesOnce) {
@@ -281,23 +296,48 @@ TEST_F(ConnectionsTest, QueuedAdminRequestsWaitForTheAdminConnection) {
     const std::vector<std::string> sent = sockets.TakePayloads(admin);
     ASSERT_GE(sent.size(), 7u);
     const std::vector<std::string> queued(sent.end() - 7, sent.end());
-    EXPECT_EQ(queued, (std::vector<std::string>{
-                          "00070004000000000004" "0011" "000F" "6E6577406578616D706C652E6E6574",
-                          "00070004000000000004" "0001" "0008" "426F74204E616D65",
-                          "00070004000000000004" "0012" "0007" "73656372657431"
-                          "0002" "0005" "6E65777077",
-                          "00070004000000000004" "0013" "0002" "0003",
-                          "00070002000000000002" "0011" "0000",
-                          "00070002000000000002" "0001" "0000",
-                          "00070002000000000002" "0013" "0000"}));
+    EXPECT_EQ(queued, (std::vector<std::string>{"00070004000000000004"
+                                                "0011"
+                                                "000F"
+                                                "6E6577406578616D706C652E6E6574",
+                                                "00070004000000000004"
+                                                "0001"
+                                                "0008"
+                                                "426F74204E616D65",
+                                                "00070004000000000004"
+                                                "0012"
+                                                "0007"
+                                                "73656372657431"
+                                                "0002"
+                                                "0005"
+                                                "6E65777077",
+                                                "00070004000000000004"
+                                                "0013"
+                                                "0002"
+                                                "0003",
+                                                "00070002000000000002"
+                                                "0011"
+                                                "0000",
+                                                "00070002000000000002"
+                                                "0001"
+                                                "0000",
+                                                "00070002000000000002"
+                                                "0013"
+                                                "0000"}));
 
     // Once the connection is there, requests go at once.
     client.ChangePassword("pw2");
     client.RequestNick();
-    EXPECT_EQ(sockets.TakePayloads(admin),
-              (std::vector<std::string>{"00070004000000000004" "0002" "0003" "707732"
-                                        "0012" "0007" "73656372657431",
-                                        "00070002000000000004" "0001" "0000"}));
+    EXPECT_EQ(sockets.TakePayloads(admin), (std::vector<std::string>{"00070004000000000004"
+                                                                     "0002"
+                                                                     "0003"
+                                                                     "707732"
+                                                                     "0012"
+                                                                     "0007"
+                                                                     "73656372657431",
+                                                                     "00070002000000000004"
+                                                                     "0001"
+                                                                     "0000"}));
 }
 
 TEST_F(ConnectionsTest, SendPendingAdminWithoutAConnectionForgetsTheQueue) {

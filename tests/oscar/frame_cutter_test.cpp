@@ -14,7 +14,8 @@ std::string FrameOf(int channel, const std::string& payload) {
 
 std::vector<std::string> Drain(FrameCutter& cutter) {
     std::vector<std::string> frames;
-    while (auto frame = cutter.Next()) frames.push_back(*frame);
+    while (auto frame = cutter.Next())
+        frames.push_back(*frame);
     return frames;
 }
 
@@ -25,13 +26,14 @@ const std::vector<std::string> kFrames = {FrameOf(2, "first"), FrameOf(2, std::s
                                           FrameOf(1, HexToBytes("00000001")), FrameOf(4, "")};
 
 TEST(FrameCutter, GivesTheSameFramesWhateverTheReadSizes) {
-    for (std::size_t piece : {kStream.size(), std::size_t{1}, std::size_t{3}, std::size_t{7},
-                              std::size_t{64}}) {
+    for (std::size_t piece :
+         {kStream.size(), std::size_t{1}, std::size_t{3}, std::size_t{7}, std::size_t{64}}) {
         FrameCutter cutter;
         std::vector<std::string> frames;
         for (std::size_t pos = 0; pos < kStream.size(); pos += piece) {
             cutter.Append(std::string_view(kStream).substr(pos, piece));
-            for (auto& f : Drain(cutter)) frames.push_back(f);
+            for (auto& f : Drain(cutter))
+                frames.push_back(f);
         }
         EXPECT_EQ(frames, kFrames) << "reads of " << piece;
         EXPECT_EQ(cutter.Waiting(), 0u);

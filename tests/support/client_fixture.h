@@ -20,9 +20,13 @@ inline std::string Frame(int channel, const std::string& payload) {
 }
 
 // A channel-2 frame whose payload is given as hex.
-inline std::string SnacFrame(const std::string& hex) { return Frame(2, oscar::HexToBytes(hex)); }
+inline std::string SnacFrame(const std::string& hex) {
+    return Frame(2, oscar::HexToBytes(hex));
+}
 
-inline std::string Greeting() { return Frame(1, oscar::HexToBytes("00000001")); }
+inline std::string Greeting() {
+    return Frame(1, oscar::HexToBytes("00000001"));
+}
 
 // A user record: name length, name, warning level, no TLVs.
 inline std::string UserRecord(const std::string& name) {
@@ -34,13 +38,14 @@ inline std::string ChatLineFrame(const std::string& sender, const std::string& t
                                  const std::string& charset = "us-ascii") {
     using oscar::HexToBytes;
     using oscar::MakeTLV;
-    return Frame(2, HexToBytes("000E00060000000000000000000000000000" "0003") +
+    return Frame(2, HexToBytes("000E00060000000000000000000000000000"
+                               "0003") +
                         MakeTLV("0003", 2, UserRecord(sender)) +
                         MakeTLV("0005", 2, MakeTLV("0002", 2, charset) + MakeTLV("0001", 2, text)));
 }
 
 class ClientTest : public ::testing::Test {
-protected:
+  protected:
     ClientTest() { client.SetObserver(&events); }
 
     // Signs on as "Bot Name" with password "secret1" through the whole
@@ -48,17 +53,23 @@ protected:
     void SignOn() {
         client.Login("Bot Name", "secret1", 5190, false, false, "Login.Example.net");
         sockets.Deliver(0, Greeting());
-        sockets.Deliver(0, SnacFrame("00170007000000000000" "0004" "6B657931"));
+        sockets.Deliver(0, SnacFrame("00170007000000000000"
+                                     "0004"
+                                     "6B657931"));
         sockets.Deliver(0, Frame(2, oscar::HexToBytes("00170003000000000000") +
                                         oscar::MakeTLV("0001", 2, "botname") +
                                         oscar::MakeTLV("0005", 2, "bos.example.net:5191") +
                                         oscar::MakeTLV("0006", 2, "COOKIE") +
                                         oscar::MakeTLV("0011", 2, "bot@example.net")));
         sockets.Deliver(0, Greeting());
-        sockets.Deliver(0, SnacFrame("00010003000000000000" "00010002"));
-        sockets.Deliver(0, SnacFrame("00010018000000000000" "00010004"));
-        sockets.Deliver(0, SnacFrame("00010007000000000000" "0000"));
-        sockets.Deliver(0, SnacFrame("00040005000000000000" "00020000000B1F4003E703E700000000"));
+        sockets.Deliver(0, SnacFrame("00010003000000000000"
+                                     "00010002"));
+        sockets.Deliver(0, SnacFrame("00010018000000000000"
+                                     "00010004"));
+        sockets.Deliver(0, SnacFrame("00010007000000000000"
+                                     "0000"));
+        sockets.Deliver(0, SnacFrame("00040005000000000000"
+                                     "00020000000B1F4003E703E700000000"));
         sockets.Deliver(0, SnacFrame("00090003000000000000"));
         sockets.written.clear();
         events.Take();
@@ -75,9 +86,14 @@ protected:
         if (sockets.connectLog.size() == before) return 0;
         const int index = sockets.connectLog.back().first;
         sockets.Deliver(index, Greeting());
-        sockets.Deliver(index, SnacFrame("00010003000000000000" "0001" + familyHex));
-        sockets.Deliver(index, SnacFrame("00010018000000000000" "00010004" + familyHex + "0001"));
-        sockets.Deliver(index, SnacFrame("00010007000000000000" "0000"));
+        sockets.Deliver(index, SnacFrame("00010003000000000000"
+                                         "0001" +
+                                         familyHex));
+        sockets.Deliver(index, SnacFrame("00010018000000000000"
+                                         "00010004" +
+                                         familyHex + "0001"));
+        sockets.Deliver(index, SnacFrame("00010007000000000000"
+                                         "0000"));
         return index;
     }
 
@@ -91,17 +107,19 @@ protected:
         }
         const int nav = client.ChatNavIndex();
         const std::string cookie = "4-0-" + name;
-        sockets.Deliver(nav, Frame(2, oscar::HexToBytes("000D0009000000000000") +
-                                          oscar::MakeTLV("0004", 2,
-                                                         oscar::Word(static_cast<std::uint16_t>(
-                                                             exchange)) +
-                                                             oscar::MakeTLV("", 1, cookie) +
-                                                             oscar::HexToBytes("0000"))));
+        sockets.Deliver(
+            nav, Frame(2, oscar::HexToBytes("000D0009000000000000") +
+                              oscar::MakeTLV("0004", 2,
+                                             oscar::Word(static_cast<std::uint16_t>(exchange)) +
+                                                 oscar::MakeTLV("", 1, cookie) +
+                                                 oscar::HexToBytes("0000"))));
         const int room = OpenService("000E", cookie);
         sockets.Deliver(room, Frame(2, oscar::HexToBytes("000E0002000000000000") +
                                            oscar::Word(static_cast<std::uint16_t>(exchange)) +
                                            oscar::MakeTLV("", 1, cookie) +
-                                           oscar::HexToBytes("0000" "02" "0002") +
+                                           oscar::HexToBytes("0000"
+                                                             "02"
+                                                             "0002") +
                                            oscar::MakeTLV("00D1", 2, oscar::HexToBytes("0400")) +
                                            oscar::MakeTLV("00D2", 2, oscar::HexToBytes("0064"))));
         return room;

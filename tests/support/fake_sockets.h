@@ -23,7 +23,7 @@ struct FakeSocket {
 };
 
 class FakeSocketLayer : public oscar::SocketLayer {
-public:
+  public:
     void SetListener(oscar::SocketListener* listener) override { listener_ = listener; }
     void Create(int index) override { sockets[index]; }
     void Destroy(int index) override {
@@ -98,7 +98,7 @@ public:
     std::vector<std::pair<int, std::string>> written;
     std::vector<std::pair<int, std::string>> connectLog;
 
-private:
+  private:
     oscar::SocketListener* listener_ = nullptr;
 };
 

@@ -10,7 +10,7 @@
 namespace testing_support {
 
 class RecordingEvents : public oscar::ClientEvents {
-public:
+  public:
     void LoggedIn(const std::string& u, const std::string& e, const std::string& h) override {
         Log("LoggedIn(" + u + ", " + e + ", " + h + ")");
     }
@@ -53,7 +53,8 @@ public:
     }
     void EmailLookupResults(const std::vector<std::string>& names) override {
         std::string joined;
-        for (const auto& n : names) joined += (joined.empty() ? "" : ", ") + n;
+        for (const auto& n : names)
+            joined += (joined.empty() ? "" : ", ") + n;
         Log("EmailLookupResults(" + joined + ")");
     }
     void IncomingBuddyIcon(const std::string& b, std::string data) override {
@@ -85,7 +86,7 @@ public:
     // Runs after each event is logged: lets a test act from inside a handler.
     std::function<void(const std::string&)> onEvent;
 
-private:
+  private:
     void Log(const std::string& line) {
         log.push_back(line);
         if (onEvent) onEvent(line);

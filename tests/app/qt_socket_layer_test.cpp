@@ -1,0 +1,117 @@
+// The Qt socket layer over real loopback TCP.
+#include "app/qt_socket_layer.h"
+
+#include <gtest/gtest.h>
+
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <vector>
+
+#include "support/qt_wait.h"
+
+namespace {
+
+using testing_support::WaitFor;
+
+class Listener : public oscar::SocketListener {
+  public:
+    explicit Listener(QtSocketLayer& layer) : layer_(layer) {}
+    void OnDataArrival(int index) override { received[index] += layer_.ReadAll(index); }
+    void OnSocketError(int index) override { errors.push_back(index); }
+    std::map<int, std::string> received;
+    std::vector<int> errors;
+
+  private:
+    QtSocketLayer& layer_;
+};
+
+class QtSocketLayerTest : public ::testing::Test {
+  protected:
+    QtSocketLayerTest() {
+        layer.SetListener(&listener);
+        EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
+    }
+
+    // Connects element `index` and returns the server's end.
+    QTcpSocket* ConnectElement(int index, const std::string& host = "127.0.0.1") {
+        layer.Create(index);
+        layer.Connect(index, host, server.serverPort());
+        if (!WaitFor([&] { return server.hasPendingConnections() && layer.IsConnected(index); })) {
+            return nullptr;
+        }
+        return server.nextPendingConnection();
+    }
+
+    QTcpServer server;
+    QtSocketLayer layer;
+    Listener listener{layer};
+};
+
+TEST_F(QtSocketLayerTest, ConnectsSendsAndReceivesPerIndex) {
+    EXPECT_TRUE(layer.Exists(0));
+    QTcpSocket* peer = ConnectElement(2);
+    ASSERT_NE(peer, nullptr);
+
+    layer.Send(2, std::string("hel\0lo", 6));
+    ASSERT_TRUE(WaitFor([&] { return peer->bytesAvailable() >= 6; }));
+    EXPECT_EQ(peer->readAll().toStdString(), std::string("hel\0lo", 6));
+
+    peer->write("world");
+    ASSERT_TRUE(WaitFor([&] { return listener.received[2].size() >= 5; }));
+    EXPECT_EQ(listener.received[2], "world");
+
+    layer.SetTag(2, "[Chat]connected");
+    EXPECT_EQ(layer.Tag(2), "[Chat]connected");
+    EXPECT_EQ(layer.Tag(7), "");
+
+    // A host name works as well as a dotted address.
+    QTcpSocket* second = ConnectElement(3, "localhost");
+    ASSERT_NE(second, nullptr);
+    EXPECT_TRUE(listener.errors.empty());
+}
+
+TEST_F(QtSocketLayerTest, ThePeerClosingIsReportedAsAnError) {
+    QTcpSocket* peer = ConnectElement(1);
+    ASSERT_NE(peer, nullptr);
+    peer->write("last words");
+    peer->flush();
+    peer->disconnectFromHost();
+    ASSERT_TRUE(WaitFor([&] { return !listener.errors.empty(); }));
+    EXPECT_EQ(listener.errors, std::vector<int>{1});
+    EXPECT_EQ(listener.received[1], "last words") << "data before the close is delivered first";
+    EXPECT_FALSE(layer.IsConnected(1));
+}
+
+TEST_F(QtSocketLayerTest, ClosingFromThisSideRaisesNothing) {
+    QTcpSocket* peer = ConnectElement(1);
+    ASSERT_NE(peer, nullptr);
+    layer.Send(1, "bye");
+    layer.Close(1);
+    EXPECT_FALSE(layer.IsConnected(1));
+    ASSERT_TRUE(WaitFor([&] {
+        return peer->state() == QAbstractSocket::UnconnectedState || peer->bytesAvailable() >= 3;
+    }));
+    // The element can connect again at once.
+    QTcpSocket* again = ConnectElement(1);
+    ASSERT_NE(again, nullptr);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(listener.errors.empty());
+
+    layer.Destroy(1);
+    EXPECT_FALSE(layer.Exists(1));
+    layer.Destroy(0);
+    EXPECT_TRUE(layer.Exists(0)) << "element 0 is never destroyed";
+}
+
+TEST_F(QtSocketLayerTest, ARefusedConnectionIsReported) {
+    const quint16 port = server.serverPort();
+    server.close();
+    layer.Create(4);
+    layer.Connect(4, "127.0.0.1", port);
+    ASSERT_TRUE(WaitFor([&] { return !listener.errors.empty(); }));
+    EXPECT_EQ(listener.errors, std::vector<int>{4});
+    layer.Send(4, "nowhere");  // writes nothing, fails nothing
+    layer.Send(9, "no element");
+}
+
+}  // namespace
