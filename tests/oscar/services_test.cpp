@@ -13,11 +13,15 @@ using testing_support::UserRecord;
 using ServicesTest = ClientTest;
 
 std::string InstantMessageFrame(const char* channel, const std::string& fragment) {
-    return Frame(2, HexToBytes("00040007000000000000" "0000000000000001") + HexToBytes(channel) +
-                        MakeTLV("", 1, "Some Body") + HexToBytes("0000" "0001") +
+    return Frame(2, HexToBytes("00040007000000000000"
+                               "0000000000000001") +
+                        HexToBytes(channel) + MakeTLV("", 1, "Some Body") +
+                        HexToBytes("0000"
+                                   "0001") +
                         MakeTLV("0001", 2, HexToBytes("0010")) +
-                        MakeTLV("0002", 2, MakeTLV("0501", 2, HexToBytes("01")) +
-                                               MakeTLV("0101", 2, HexToBytes("00000000") + fragment)) +
+                        MakeTLV("0002", 2,
+                                MakeTLV("0501", 2, HexToBytes("01")) +
+                                    MakeTLV("0101", 2, HexToBytes("00000000") + fragment)) +
                         MakeTLV("0003", 2, ""));
 }
 
@@ -28,14 +32,15 @@ TEST_F(ServicesTest, InstantMessagesOnChannelOneOnly) {
     EXPECT_EQ(events.Take(), std::vector<std::string>{"InstantMessage(Some Body, hi, 1)"});
     // UTF-16 text keeps its zero bytes.
     sockets.Deliver(0, InstantMessageFrame("0001", HexToBytes("00680069")));
-    EXPECT_EQ(events.Take(),
-              std::vector<std::string>{"InstantMessage(Some Body, " + HexToBytes("00680069") + ", 1)"});
+    EXPECT_EQ(events.Take(), std::vector<std::string>{"InstantMessage(Some Body, " +
+                                                      HexToBytes("00680069") + ", 1)"});
 }
 
 TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
     auto info = [](const char* warning, const std::string& dword) {
-        return Frame(2, HexToBytes("00020006000000000000") + MakeTLV("", 1, "Ann") + HexToBytes(warning) +
-                            HexToBytes("0003") + MakeTLV("0001", 2, HexToBytes("0010")) +
+        return Frame(2, HexToBytes("00020006000000000000") + MakeTLV("", 1, "Ann") +
+                            HexToBytes(warning) + HexToBytes("0003") +
+                            MakeTLV("0001", 2, HexToBytes("0010")) +
                             MakeTLV("000F", 2, HexToBytes(dword)) +
                             MakeTLV("0003", 2, HexToBytes("80000000")) +
                             MakeTLV("0001", 2, "text/aolrtf") + MakeTLV("0002", 2, "Hello"));
@@ -43,63 +48,80 @@ TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
     sockets.Deliver(0, info("0019", "0000003C"));
     sockets.Deliver(0, info("0023", "7FFFFFFF"));
     EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{"IncomingUserInfo(Ann, 2, 60, 0, 16, text/aolrtf, Hello)",
-                                        "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
+              (std::vector<std::string>{
+                  "IncomingUserInfo(Ann, 2, 60, 0, 16, text/aolrtf, Hello)",
+                  "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
 }
 
 TEST_F(ServicesTest, ErrorsOfTheOtherServices) {
-    sockets.Deliver(0, Frame(2, HexToBytes("00040001000000000000" "0004")));
-    sockets.Deliver(0, Frame(2, HexToBytes("00040001000000000000" "0005")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000" "000E")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000" "0014")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000" "0021")));
+    sockets.Deliver(0, Frame(2, HexToBytes("00040001000000000000"
+                                           "0004")));
+    sockets.Deliver(0, Frame(2, HexToBytes("00040001000000000000"
+                                           "0005")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000"
+                                           "000E")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000"
+                                           "0014")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000"
+                                           "0021")));
     sockets.Create(4);
-    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000" "000E")));
-    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000" "0014")));
-    EXPECT_EQ(events.Take(), (std::vector<std::string>{
-                                 "Error(User not available, 4, 0, 0004)",
-                                 "Error(No e-mail entered., 14, 0, 000A)",
-                                 "Error(No screennames found., 20, 0, 000A)",
-                                 "Error(Unknown e-mail lookup error., 33, 0, 000A)",
-                                 "Error(No e-mail entered., 14, 0, 0007)",
-                                 "Error(Unknown Admin Error., 20, 0, 0007)"}));
+    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000"
+                                           "000E")));
+    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000"
+                                           "0014")));
+    EXPECT_EQ(
+        events.Take(),
+        (std::vector<std::string>{
+            "Error(User not available, 4, 0, 0004)", "Error(No e-mail entered., 14, 0, 000A)",
+            "Error(No screennames found., 20, 0, 000A)",
+            "Error(Unknown e-mail lookup error., 33, 0, 000A)",
+            "Error(No e-mail entered., 14, 0, 0007)", "Error(Unknown Admin Error., 20, 0, 0007)"}));
 }
 
 TEST_F(ServicesTest, EmailLookupResultsListEveryName) {
     sockets.Deliver(0, Frame(2, HexToBytes("000A0003000000000000") + MakeTLV("0009", 2, "ann") +
                                     MakeTLV("0009", 2, "bob") + MakeTLV("0009", 2, "cat")));
     sockets.Deliver(0, Frame(2, HexToBytes("000A0003000000000000")));
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{"EmailLookupResults(ann, bob, cat)", "EmailLookupResults()"}));
+    EXPECT_EQ(events.Take(), (std::vector<std::string>{"EmailLookupResults(ann, bob, cat)",
+                                                       "EmailLookupResults()"}));
 }
 
 TEST_F(ServicesTest, AdminRepliesRaiseOneEventPerTLV) {
     sockets.Create(4);
-    sockets.Deliver(4, Frame(2, HexToBytes("00070003000000000000" "0003" "0003") +
+    sockets.Deliver(4, Frame(2, HexToBytes("00070003000000000000"
+                                           "0003"
+                                           "0003") +
                                     MakeTLV("0001", 2, "Bot Name") + MakeTLV("0011", 2, "a@b.c") +
                                     MakeTLV("0013", 2, HexToBytes("0002"))));
-    sockets.Deliver(4, Frame(2, HexToBytes("00070005000000000000" "0001" "0002") + MakeTLV("0001", 2, "") +
-                                    MakeTLV("0008", 2, HexToBytes("0001"))));
-    sockets.Deliver(4, Frame(2, HexToBytes("00070005000000000000" "0003" "0004") + MakeTLV("0001", 2, "") +
-                                    MakeTLV("0011", 2, "") + MakeTLV("0013", 2, "") +
-                                    MakeTLV("0002", 2, "")));
-    EXPECT_EQ(events.Take(), (std::vector<std::string>{
-                                 "FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
-                                 "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
-                                 "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
-                                 "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
+    sockets.Deliver(4,
+                    Frame(2, HexToBytes("00070005000000000000"
+                                        "0001"
+                                        "0002") +
+                                 MakeTLV("0001", 2, "") + MakeTLV("0008", 2, HexToBytes("0001"))));
+    sockets.Deliver(4, Frame(2, HexToBytes("00070005000000000000"
+                                           "0003"
+                                           "0004") +
+                                    MakeTLV("0001", 2, "") + MakeTLV("0011", 2, "") +
+                                    MakeTLV("0013", 2, "") + MakeTLV("0002", 2, "")));
+    EXPECT_EQ(events.Take(),
+              (std::vector<std::string>{
+                  "FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
+                  "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
+                  "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
+                  "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
 }
 
 TEST_F(ServicesTest, BuddyIconsReadTheLengthAfterTheName) {
     sockets.Create(6);
-    const std::string frame = Frame(2, HexToBytes("00100005000000000000") + MakeTLV("", 1, "abcde") +
-                                           std::string(21, '\x01') + HexToBytes("0003") + "ICO" + "junk");
+    const std::string frame =
+        Frame(2, HexToBytes("00100005000000000000") + MakeTLV("", 1, "abcde") +
+                     std::string(21, '\x01') + HexToBytes("0003") + "ICO" + "junk");
     ASSERT_EQ(BytesToHex(frame.substr(43, 2)), "0003") << "length at positions 44-45";
     sockets.Deliver(6, frame);
     sockets.Deliver(6, Frame(2, HexToBytes("00100007000000000000") + MakeTLV("", 1, "x") +
                                     std::string(21, '\0') + HexToBytes("0000")));
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{"IncomingBuddyIcon(abcde, ICO)", "IncomingBuddyIcon(x, )"}));
+    EXPECT_EQ(events.Take(), (std::vector<std::string>{"IncomingBuddyIcon(abcde, ICO)",
+                                                       "IncomingBuddyIcon(x, )"}));
 }
 
 }  // namespace

@@ -1,0 +1,146 @@
+// A loopback OSCAR server for tests and for trying the bot without an
+// account: authorization, BOS, chat navigation and chat on one port, as
+// today's servers run them, with scripted players and faults on request.
+#pragma once
+
+#include <QObject>
+#include <QTcpServer>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "oscar/frame_cutter.h"
+
+class QTcpSocket;
+
+namespace testserver {
+
+enum class Role { Unknown, Auth, Bos, ChatNav, Chat, Admin, Icon };
+
+// A line said in a room, as the server relayed it.
+struct RelayedLine {
+    std::string room;
+    std::string sender;
+    std::string text;
+};
+
+class OscarTestServer : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit OscarTestServer(QObject* parent = nullptr);
+    ~OscarTestServer() override;
+
+    // Listens on 127.0.0.1 at `port` (0 picks a free one), and on a second
+    // port for sessions that migrate. False when a port cannot be had.
+    bool Start(quint16 port = 0);
+    quint16 Port() const;
+    quint16 MigrationPort() const;
+
+    // --- Accounts ---------------------------------------------------------
+    void AddAccount(const std::string& screenName, const std::string& password,
+                    const std::string& email = "");
+    // With open sign-on, an unknown screen name is registered with the
+    // password it first signs on with.
+    void SetOpenSignOn(bool open) { openSignOn_ = open; }
+
+    // --- Rooms and scripted players ----------------------------------------
+    void AddScriptedPlayer(const std::string& room, const std::string& name, int exchange = 4);
+    void RemoveScriptedPlayer(const std::string& room, const std::string& name, int exchange = 4);
+    void PlayerSays(const std::string& room, const std::string& name, const std::string& text,
+                    int exchange = 4);
+    // Every line relayed in any room, in order.
+    const std::vector<RelayedLine>& Lines() const { return lines_; }
+    // Occupants of a room: signed-on users and scripted players.
+    std::vector<std::string> Occupants(const std::string& room, int exchange = 4) const;
+    // Told of every relayed line (after it went out).
+    std::function<void(const RelayedLine&)> onLine;
+
+    // --- Faults -----------------------------------------------------------
+    // The next room request is refused with this subcode.
+    void FailNextJoin(int subcode) { joinError_ = subcode; }
+    void PauseSession(const std::string& screenName);
+    void ResumeSession(const std::string& screenName);
+    void MigrateSession(const std::string& screenName);
+    // The channel-4 frame of a second sign-on elsewhere.
+    void SignOffSession(const std::string& screenName);
+    // Drops the user's connection of `role` at once.
+    void CloseConnection(const std::string& screenName, Role role);
+    // Writes raw bytes on the user's connection of `role`.
+    void SendRaw(const std::string& screenName, Role role, const std::string& bytes);
+
+    // Sessions signed on now (normalized names), and how many BOS setups
+    // completed in all.
+    std::vector<std::string> SignedOn() const;
+    int BosSetups() const { return bosSetups_; }
+    // The profile a user set last.
+    std::string Profile(const std::string& screenName) const;
+
+  private:
+    struct Account {
+        std::string name;  // as registered
+        std::string password;
+        std::string email;
+        std::string key;  // the MD5 key, the same every time
+    };
+    struct Room {
+        std::string name;
+        int exchange = 4;
+        std::string cookie;
+        std::vector<std::string> players;  // scripted
+    };
+    struct Connection {
+        QTcpSocket* socket = nullptr;
+        Role role = Role::Unknown;
+        std::string user;  // normalized screen name
+        oscar::FrameCutter frames;
+        std::uint16_t sequence = 0;
+        Room* room = nullptr;
+    };
+    struct Ticket {
+        Role role;
+        std::string user;
+        std::string roomKey;
+    };
+
+    void Accept(QTcpServer* server);
+    void Read(QTcpSocket* socket);
+    void Closed(QTcpSocket* socket);
+    void Frame(Connection& c, int channel, const std::string& payload);
+    void Handle(Connection& c, const std::string& frame);
+    void HandleGreeting(Connection& c, const std::string& payload);
+    void HandleAuth(Connection& c, const std::string& key, const std::string& data);
+    void HandleBos(Connection& c, const std::string& key, const std::string& data);
+    void HandleService(Connection& c, const std::string& key, const std::string& data);
+    void HandleChatNav(Connection& c, const std::string& key, const std::string& data);
+    void HandleChat(Connection& c, const std::string& key, const std::string& data);
+    void ServiceRequest(Connection& c, const std::string& data);
+    void JoinRoom(Connection& c);
+    void Relay(Room& room, const std::string& sender, const std::string& messageBlock,
+               const std::string& text);
+    void Broadcast(Room& room, const std::string& snac, const Connection* except = nullptr);
+
+    std::string NewCookie(Role role, const std::string& user, const std::string& roomKey = "");
+    Room& RoomFor(const std::string& name, int exchange);
+    Room* FindRoom(const std::string& name, int exchange);
+    Connection* Find(const std::string& user, Role role);
+    std::vector<Connection*> Members(const Room& room);
+
+    QTcpServer server_;
+    QTcpServer migrationServer_;
+    std::map<QTcpSocket*, Connection> connections_;
+    std::map<std::string, Account> accounts_;  // by normalized name
+    std::map<std::string, Ticket> tickets_;    // by cookie
+    std::map<std::string, Room> rooms_;        // by exchange and normalized name
+    std::vector<RelayedLine> lines_;
+    bool openSignOn_ = false;
+    int joinError_ = 0;
+    int bosSetups_ = 0;
+    int cookieCount_ = 0;
+    std::map<std::string, std::string> profiles_;
+};
+
+}  // namespace testserver
