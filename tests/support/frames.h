@@ -1,0 +1,67 @@
+// Frames as the servers send them, built from their fields, for tests and
+// fuzz targets.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "oscar/encoding.h"
+
+namespace testing_support {
+
+// A whole FLAP frame around `payload` (sequence number 0).
+inline std::string Frame(int channel, const std::string& payload) {
+    return "*" + oscar::MakeByte(channel) + oscar::Word(0) +
+           oscar::Word(static_cast<std::uint16_t>(payload.size())) + payload;
+}
+
+// A channel-2 frame whose payload is given as hex.
+inline std::string SnacFrame(const std::string& hex) {
+    return Frame(2, oscar::HexToBytes(hex));
+}
+
+inline std::string Greeting() {
+    return Frame(1, oscar::HexToBytes("00000001"));
+}
+
+// A user record: name length, name, warning level, no TLVs.
+inline std::string UserRecord(const std::string& name) {
+    return oscar::MakeTLV("", 1, name) + oscar::HexToBytes("00000000");
+}
+
+// A chat line said by `sender` as the chat server relays it.
+inline std::string ChatLineFrame(const std::string& sender, const std::string& text,
+                                 const std::string& charset = "us-ascii") {
+    using oscar::HexToBytes;
+    using oscar::MakeTLV;
+    return Frame(2, HexToBytes("000E00060000000000000000000000000000"
+                               "0003") +
+                        MakeTLV("0003", 2, UserRecord(sender)) +
+                        MakeTLV("0005", 2, MakeTLV("0002", 2, charset) + MakeTLV("0001", 2, text)));
+}
+
+// What the servers send on index 0 for a whole sign-on, from the
+// authorization greeting to the BOS rights reply.
+inline std::vector<std::string> SignOnFrames() {
+    using oscar::HexToBytes;
+    using oscar::MakeTLV;
+    return {Greeting(),
+            SnacFrame("00170007000000000000"
+                      "0004"
+                      "6B657931"),
+            Frame(2, HexToBytes("00170003000000000000") + MakeTLV("0001", 2, "botname") +
+                         MakeTLV("0005", 2, "bos.example.net:5191") + MakeTLV("0006", 2, "COOKIE") +
+                         MakeTLV("0011", 2, "bot@example.net")),
+            Greeting(),
+            SnacFrame("00010003000000000000"
+                      "00010002"),
+            SnacFrame("00010018000000000000"
+                      "00010004"),
+            SnacFrame("00010007000000000000"
+                      "0000"),
+            SnacFrame("00040005000000000000"
+                      "00020000000B1F4003E703E700000000"),
+            SnacFrame("00090003000000000000")};
+}
+
+}  // namespace testing_support
