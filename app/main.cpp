@@ -1,28 +1,33 @@
-// Start-up. The main window is not built yet, so for now the program says so
-// plainly and shows what the engine can do: puzzles made from a small word
-// list, in each of the two puzzle kinds.
-#include <iostream>
-#include <string>
-#include <vector>
+// Start-up: the Qt platform (sockets, timers, dialogs, the desktop's web
+// browser), the bot's core, and the main window over it.
+#include <QApplication>
+#include <QDesktopServices>
+#include <QUrl>
 
-#include "game/product.h"
-#include "game/puzzle.h"
-#include "game/random.h"
+#include "app/qt_dialogs.h"
+#include "app/qt_socket_layer.h"
+#include "app/qt_timer.h"
+#include "panel/frm_main.h"
+#include "session/bot.h"
 
-int main() {
-    std::cout << game::kProductTitle << "\n\n"
-              << "Built so far: the word-game engine (topics, puzzles, rounds, scores, chat\n"
-              << "commands) and the OSCAR client, both tested against a local OSCAR server.\n"
-              << "Not built yet: the main window, so this program does not sign on.\n"
-              << "Sample puzzles from the engine:\n\n";
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
 
-    const std::vector<std::string> entries = {"giraffe", "new york,big apple", "kangaroo,hops"};
-    game::RandomSource random;
-    for (int mode = 0; mode <= 1; ++mode) {
-        for (const std::string& entry : entries) {
-            const game::Puzzle puzzle = game::MakePuzzle(entry, false, mode, random);
-            std::cout << "  " << puzzle.line << "    (answer: " << puzzle.answer << ")\n";
-        }
-    }
-    return 0;
+    QtSocketLayer sockets;
+    QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
+    QtDialogs dialogs;
+    FrmMain* window = nullptr;
+    session::Bot bot({sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, dialogs,
+                      [](const std::string& url) {
+                          QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+                      },
+                      [&window] {
+                          if (window) window->ShowTopicPicker();
+                      }});
+
+    FrmMain frmMain(bot);
+    window = &frmMain;
+    dialogs.SetParent(&frmMain);
+    frmMain.show();
+    return app.exec();
 }

@@ -25,11 +25,7 @@ bool ScoreTable::Has(std::string_view name) const {
 }
 
 bool ScoreTable::AddPlayer(const std::string& name) {
-    if (name.empty() || Has(name)) return false;
-    ranking_.push_back({name, 1});
-    rows_.Append(Row(name, 1));
-    ArrangeScores();
-    return true;
+    return Insert(name, 1);
 }
 
 std::optional<std::int32_t> ScoreTable::UpdateScore(const std::string& name, std::int32_t points) {
@@ -101,6 +97,36 @@ std::string ScoreTable::FindWinners() {
         joined += ties[i];
     }
     return joined;
+}
+
+bool ScoreTable::Insert(const std::string& name, std::int32_t score) {
+    if (name.empty() || Has(name)) return false;
+    ranking_.push_back({name, score});
+    rows_.Append(Row(name, score));
+    ArrangeScores();
+    return true;
+}
+
+bool ScoreTable::Remove(const std::string& name) {
+    auto it = std::find_if(ranking_.begin(), ranking_.end(),
+                           [&name](const Entry& e) { return e.name == name; });
+    if (it == ranking_.end()) return false;
+    ranking_.erase(it);
+    const std::string prefix = name + " - ";
+    for (int row = 0; row < rows_.Count(); ++row) {
+        if (rows_.At(row).starts_with(prefix)) {
+            rows_.RemoveAt(row);
+            break;
+        }
+    }
+    return true;
+}
+
+std::optional<std::int32_t> ScoreTable::ScoreOf(std::string_view name) const {
+    for (const Entry& e : ranking_) {
+        if (e.name == name) return e.score;
+    }
+    return std::nullopt;
 }
 
 void ScoreTable::Clear() {

@@ -53,6 +53,13 @@ class ScoreTable {
     // table empty (the rows stay).
     std::string FindWinners();
 
+    // Records a player with `score` points and a row, as the operator adds
+    // one by hand; an empty or known name changes nothing and gives false.
+    bool Insert(const std::string& name, std::int32_t score);
+    // Takes a player and the player's first row out; false for an unknown name.
+    bool Remove(const std::string& name);
+    std::optional<std::int32_t> ScoreOf(std::string_view name) const;
+
     // Empties the table and the rows.
     void Clear();
 

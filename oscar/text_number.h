@@ -11,3 +11,16 @@ namespace oscar {
 long long LeadingNumber(std::string_view text);
 
 }  // namespace oscar
+
+namespace oscar {
+
+// The leading number of `text` after leading blanks, sign and decimal
+// fraction included ("9.5x" gives 9.5, "-1" gives -1); 0 when the text does
+// not start with a number.
+double LeadingDecimal(std::string_view text);
+
+// LeadingDecimal rounded to the nearest whole number, halves to even, as
+// numbers typed by the operator are read ("9.5" gives 10, "2.5" gives 2).
+long long WholeNumber(std::string_view text);
+
+}  // namespace oscar

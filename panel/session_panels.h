@@ -1,0 +1,70 @@
+// The panels that drive the session: Connection, Chats and Console.
+#pragma once
+
+#include <QComboBox>
+#include <QPlainTextEdit>
+#include <QWidget>
+
+#include "panel/widgets.h"
+#include "session/bot.h"
+
+class StringListModel;
+
+class ConnectionPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    ConnectionPanel(session::Bot& bot, QWidget* parent);
+    void Refresh();
+
+    FieldEdit* txtSN;
+    FieldEdit* txtPW;
+    QComboBox* cmbServers;
+    FieldEdit* txtPort;
+    QCheckBox* chkFullCaps;
+    QCheckBox* chkLock;
+    QPushButton* cmdSignOn;
+    QPushButton* cmdSignOff;
+    QLabel* lblInfo;
+
+  private:
+    void ApplyCapabilities();
+    session::Bot& bot_;
+};
+
+class ChatsPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    ChatsPanel(session::Bot& bot, QWidget* parent);
+    void Refresh();
+
+    FieldEdit* txtChat;
+    FieldEdit* txtEx;
+    QPushButton* cmdJoin;
+    QPushButton* cmdLeave;
+    QLabel* lblChatStatus;
+
+  private:
+    session::Bot& bot_;
+};
+
+class ConsolePanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    ConsolePanel(session::Bot& bot, QWidget* parent);
+    void Refresh();
+
+    QLabel* lblChatRoom;
+    QPlainTextEdit* txtMsg;
+    QListView* lstPeopleHere;
+    QLabel* lblPeopleCount;
+    FieldEdit* txtSend;
+    QPushButton* cmdSendChat;
+    QPushButton* cmdClearChat;
+
+  private:
+    void Send();
+    session::Bot& bot_;
+};

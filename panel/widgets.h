@@ -1,0 +1,46 @@
+// Small makers for the window's controls: each control gets its name as its
+// objectName and a name a screen reader can say.
+#pragma once
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QString>
+#include <functional>
+
+class QMenu;
+
+// A line edit that reports losing focus and the Enter key.
+class FieldEdit : public QLineEdit {
+    Q_OBJECT
+
+  public:
+    using QLineEdit::QLineEdit;
+
+  signals:
+    void focusLost();
+
+  protected:
+    void focusOutEvent(QFocusEvent* event) override;
+};
+
+QLabel* MakeLabel(QWidget* parent, const QString& name, const QString& text);
+// A panel's title: "lblMisc" + its index.
+QLabel* MakeTitle(QWidget* parent, int miscIndex, const QString& text);
+// A note: "lblMisc" + its index, wrapped.
+QLabel* MakeNote(QWidget* parent, int miscIndex, const QString& text);
+// A text box named by the label shown beside it.
+FieldEdit* MakeField(QWidget* parent, const QString& name, const QString& text, int maxLength,
+                     const QString& label, const QString& tooltip = {});
+QPushButton* MakeButton(QWidget* parent, const QString& name, const QString& caption);
+QCheckBox* MakeCheck(QWidget* parent, const QString& name, const QString& caption,
+                     bool checked = false, const QString& tooltip = {});
+QListView* MakeList(QWidget* parent, const QString& name, const QString& label);
+// A label drawn as a link; `clicked` runs when it is followed.
+QLabel* MakeLink(QWidget* parent, const QString& name, const QString& caption,
+                 std::function<void()> clicked);
+// Opens `menu` at the pointer when the right button goes down over `list`.
+void PopupOnRightButton(QListView* list, QMenu* menu);
