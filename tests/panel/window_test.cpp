@@ -1,0 +1,285 @@
+// The main window driven through its controls.
+#include <gtest/gtest.h>
+
+#include <QMenu>
+#include <QTest>
+
+#include "support/window_fixture.h"
+
+namespace {
+
+using testing_support::WindowTest;
+
+TEST_F(WindowTest, StartsWithTheDefaults) {
+    EXPECT_EQ(window.windowTitle(), "Vexmor Scrambler 2.0");
+    EXPECT_EQ(window.mainGame->txtScoreLimit->text(), "15");
+    EXPECT_EQ(window.mainGame->txtSendPause->text(), "10");
+    EXPECT_EQ(window.mainGame->txtIdleTime->text(), "30");
+    EXPECT_EQ(window.connection->txtPort->text(), "5190");
+    EXPECT_EQ(window.chats->txtEx->text(), "4");
+    EXPECT_EQ(window.chats->txtChat->text(), "Chat name");
+    EXPECT_EQ(window.other->txtUser->text(), "Unknown");
+    EXPECT_TRUE(window.mainGame->optMode[0]->isChecked());
+    EXPECT_EQ(bot.game.Modes().GetGameMode(), 0);
+    EXPECT_TRUE(bot.game.Modes().ScrambleMode);
+
+    EXPECT_EQ(window.connection->cmbServers->currentText(), "127.0.0.1");
+    EXPECT_EQ(window.connection->cmbServers->count(), 1);
+    EXPECT_EQ(window.connection->txtPW->echoMode(), QLineEdit::Password);
+    EXPECT_EQ(window.connection->txtPW->maxLength(), 16);
+    EXPECT_EQ(window.connection->txtSN->maxLength(), 200);
+    EXPECT_TRUE(window.connection->chkFullCaps->isChecked());
+    EXPECT_TRUE(window.connection->chkLock->isChecked());
+    EXPECT_EQ(window.connection->lblInfo->text(), "Offline.");
+    EXPECT_EQ(window.chats->lblChatStatus->text(), "You are not in a chat.");
+    EXPECT_EQ(window.scrambleList->lblCurrentTopic->text(), "None");
+    EXPECT_FALSE(window.other->chkTopicVote->isEnabled());
+    EXPECT_FALSE(window.other->chkLCase->isChecked());
+    EXPECT_EQ(window.fonts->txtFontColor->text(), "00bfff");
+    EXPECT_EQ(window.fonts->txtBGColor->text(), "000000");
+    EXPECT_EQ(window.fonts->txtFontType->text(), "Times New Roman");
+    EXPECT_EQ(bot.game.Style().FontChange(),
+              "<html><body bgcolor=\"000000\"><font color=\"00bfff\" face=\"Times New Roman\">");
+    EXPECT_EQ(bot.game.Lists().CurrentTopic(), "[None]");
+    EXPECT_EQ(bot.session.UserName(), "Unknown");
+    EXPECT_EQ(bot.game.ScoreLimit, 15);
+    EXPECT_EQ(bot.game.SendPause, 10);
+    EXPECT_EQ(bot.game.IdleTime, 30);
+
+    // The Connection panel shows; no tab is pressed yet.
+    for (int i = 0; i < FrmMain::kTabs; ++i) {
+        EXPECT_EQ(window.pBoxMain[i]->isVisible(), i == 0) << i;
+        EXPECT_FALSE(window.chkTab[i]->isChecked()) << i;
+    }
+    // Every control is named as the program knows it, and can be spoken.
+    EXPECT_EQ(window.findChild<QPushButton*>("chkTab6")->text(), "Fonts");
+    EXPECT_EQ(window.findChild<QRadioButton*>("optMode2")->text(), "Mixed Mode");
+    EXPECT_EQ(window.findChild<QLineEdit*>("txtSendPause")->accessibleName(),
+              "Msg Delay (seconds)");
+    EXPECT_EQ(window.findChild<QListView*>("lstWords")->accessibleName(), "Words");
+    EXPECT_NE(window.findChild<QLabel*>("lblMisc38"), nullptr);
+}
+
+TEST_F(WindowTest, TabsShowOnePanelAndAReleaseKeepsIt) {
+    QTest::mouseClick(window.chkTab[4], Qt::LeftButton);
+    EXPECT_TRUE(window.topics->isVisible());
+    EXPECT_FALSE(window.connection->isVisible());
+    QTest::mouseClick(window.chkTab[6], Qt::LeftButton);
+    EXPECT_TRUE(window.fonts->isVisible());
+    EXPECT_FALSE(window.topics->isVisible());
+    EXPECT_FALSE(window.chkTab[4]->isChecked());
+    EXPECT_TRUE(window.chkTab[6]->isChecked());
+    // Clicking "Fonts" again releases it; the panel stays.
+    QTest::mouseClick(window.chkTab[6], Qt::LeftButton);
+    EXPECT_FALSE(window.chkTab[6]->isChecked());
+    EXPECT_TRUE(window.fonts->isVisible());
+    int visible = 0;
+    for (QWidget* panel : window.pBoxMain)
+        visible += panel->isVisible() ? 1 : 0;
+    EXPECT_EQ(visible, 1);
+}
+
+TEST_F(WindowTest, ListsOpenTheirMenuOnTheRightButtonOnly) {
+    struct Case {
+        int tab;
+        QListView* list;
+        QMenu* menu;
+    };
+    for (const Case& c : {Case{3, window.scrambleList->lstWords, window.scrambleList->mnuScramble},
+                          Case{4, window.topics->lstData, window.topics->mnuTopics},
+                          Case{5, window.players->lstPlayers, window.players->mnuPlayers},
+                          Case{7, window.ops->lstOps, window.ops->mnuOp},
+                          Case{7, window.ops->lstDisallows, window.ops->mnuDisallow}}) {
+        QTest::mouseClick(window.chkTab[c.tab], Qt::LeftButton);
+        QTest::mousePress(c.list->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
+        QTest::mouseRelease(c.list->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
+        EXPECT_FALSE(c.menu->isVisible()) << c.menu->objectName().toStdString();
+        QTest::mousePress(c.list->viewport(), Qt::RightButton, {}, QPoint(10, 10));
+        EXPECT_TRUE(c.menu->isVisible()) << c.menu->objectName().toStdString();
+        c.menu->close();
+    }
+    EXPECT_EQ(window.scrambleList->mnuScramble->actions().size(), 9);
+    EXPECT_EQ(window.scrambleList->mnuScramble->actions()[7]->objectName(), "mnuSaveList");
+    // A list without a menu opens nothing.
+    QTest::mouseClick(window.chkTab[10], Qt::LeftButton);
+    QTest::mousePress(window.errors->lstErrors->viewport(), Qt::RightButton, {}, QPoint(10, 10));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(WindowTest, SignOnJoinAndLeaveRefuseWithTheirTexts) {
+    ConnectionPanel& c = *window.connection;
+    auto signOn = [&](const QString& sn, const QString& pw, const QString& server,
+                      const QString& port) {
+        c.txtSN->setText(sn);
+        c.txtPW->setText(pw);
+        c.cmbServers->setEditText(server);
+        c.txtPort->setText(port);
+        QTest::mouseClick(c.cmdSignOn, Qt::LeftButton);
+    };
+    signOn("", "", "h", "1");
+    signOn("bot", " ", "h", "1");
+    signOn("  b  ", "pw", "h", "1");
+    signOn("bot", "pw", " ", "1");
+    signOn("bot", "pw", "h", "");
+    EXPECT_EQ(MessageTexts(),
+              (std::vector<std::string>{
+                  "You must enter in a screenname!", "You must enter in a password!",
+                  "Screennames must be 2 or more characters long!", "You must enter in a server!",
+                  "You must enter in a port to use!"}));
+    for (const auto& m : dialogs.messages) {
+        EXPECT_EQ(m.title, "Note");
+        EXPECT_EQ(m.kind, game::MessageKind::Warning);
+    }
+    dialogs.messages.clear();
+
+    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
+    QTest::mouseClick(window.chats->cmdLeave, Qt::LeftButton);
+    EXPECT_EQ(MessageTexts(),
+              (std::vector<std::string>{"You need to sign on to join a chat!",
+                                        "You need to be signed on to join or leave chats."}));
+    dialogs.messages.clear();
+
+    // Signed on (as the client reports it): the remaining refusals.
+    bot.session.LoggedIn("bot", "", "");
+    EXPECT_EQ(c.lblInfo->text(), "Online!");
+    signOn("", "", "", "");
+    window.chats->txtChat->setText("  ");
+    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
+    window.chats->txtChat->setText("Lobby");
+    window.chats->txtEx->setText(" ");
+    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
+    QTest::mouseClick(window.chats->cmdLeave, Qt::LeftButton);
+    EXPECT_EQ(
+        MessageTexts(),
+        (std::vector<std::string>{
+            "You are already signed on!", "You need to enter in a chat name to join!",
+            "You need to enter in the exchange you want to join!", "You are not in a chat!"}));
+
+    // Letters for an exchange pass the checks as exchange 0.
+    window.chats->txtEx->setText("ab");
+    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
+    EXPECT_EQ(window.chats->lblChatStatus->text(), "Joining chat...");
+}
+
+TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
+    MainGamePanel& g = *window.mainGame;
+    dialogs.yesNoAnswers = {true, false};
+    LeaveField(g.txtSendPause, "5");
+    EXPECT_EQ(bot.game.SendPause, 5);
+    EXPECT_EQ(g.txtSendPause->text(), "5");
+    LeaveField(g.txtSendPause, "5");
+    EXPECT_EQ(g.txtSendPause->text(), "10");
+    EXPECT_EQ(bot.game.SendPause, 5) << "No keeps the previous value";
+    ASSERT_EQ(dialogs.questions.size(), 2u);
+    EXPECT_EQ(dialogs.questions[0].title, "Warning!");
+    EXPECT_EQ(dialogs.questions[0].text,
+              "It is not recommended that you use a timer lower than 10 seconds. The bot may rate "
+              "if you do. Do you still wish to use this time?");
+    LeaveField(g.txtSendPause, "9.5");
+    EXPECT_EQ(bot.game.SendPause, 10);
+    EXPECT_EQ(dialogs.questions.size(), 2u) << "9.5 is above 9: no question";
+    LeaveField(g.txtSendPause, "0");
+    EXPECT_EQ(g.txtSendPause->text(), "10");
+
+    LeaveField(g.txtScoreLimit, "abc");
+    EXPECT_EQ(g.txtScoreLimit->text(), "15");
+    EXPECT_EQ(bot.game.ScoreLimit, 15);
+    LeaveField(g.txtScoreLimit, "7");
+    EXPECT_EQ(bot.game.ScoreLimit, 7);
+    LeaveField(g.txtScoreLimit, "0");
+    EXPECT_EQ(bot.game.ScoreLimit, 15);
+
+    tmrIdle.Enable();
+    const int starts = tmrIdle.starts;
+    LeaveField(g.txtIdleTime, "-1");
+    EXPECT_EQ(g.txtIdleTime->text(), "10");
+    EXPECT_EQ(bot.game.IdleTime, 30);
+    LeaveField(g.txtIdleTime, g.txtIdleTime->text());
+    EXPECT_EQ(bot.game.IdleTime, 10);
+    EXPECT_EQ(tmrIdle.starts, starts + 1) << "a running idle timer starts a fresh interval";
+
+    EXPECT_EQ(MessageTexts(),
+              (std::vector<std::string>{"You cannot have a message delay of 0 or less seconds.",
+                                        "You cannot have score limit of 0 or less.",
+                                        "You cannot have score limit of 0 or less.",
+                                        "You cannot have an idle timer of 0 or less."}));
+}
+
+TEST_F(WindowTest, SetUserHelpCreditsAndLinks) {
+    window.other->txtUser->setText("  <b>Bob</b> ");
+    QTest::mouseClick(window.other->cmdSetUser, Qt::LeftButton);
+    EXPECT_EQ(bot.session.UserName(), "Bob");
+    EXPECT_TRUE(
+        bot.session.Profile().ends_with("<hr><br>User: <font color=red>Bob</font></body></html>"));
+    EXPECT_TRUE(bot.session.Profile().starts_with(
+        "<html><body bgcolor=black><font color=white><b>Vexmor Scrambler 2.0</b><br><br>Created By "
+        "Zelvar<br>Available at: "));
+    window.other->txtUser->setText("   ");
+    QTest::mouseClick(window.other->cmdSetUser, Qt::LeftButton);
+    EXPECT_EQ(bot.session.UserName(), "Bob");
+
+    QTest::mouseClick(window.chkTab[2], Qt::LeftButton);
+    QTest::mouseClick(window.mainGame->cmdHelp1, Qt::LeftButton);
+    ASSERT_EQ(dialogs.messages.size(), 5u);
+    EXPECT_TRUE(dialogs.messages[0].text.starts_with(
+        "This is where you control the way the program is used."));
+    EXPECT_TRUE(
+        dialogs.messages[1].text.starts_with("If you want to have fun and do it by yourself"));
+    EXPECT_TRUE(
+        dialogs.messages[4].text.ends_with("DO NOT set this lower than the delay textbox time."));
+    for (const auto& m : dialogs.messages)
+        EXPECT_EQ(m.title, "Help");
+    dialogs.messages.clear();
+
+    QTest::mouseClick(window.other->cmdCredits, Qt::LeftButton);
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages[0].title, "Vexmor Scrambler 2.0 Credits");
+    EXPECT_EQ(std::count(dialogs.messages[0].text.begin(), dialogs.messages[0].text.end(), '\r'),
+              7);
+
+    emit window.lblSite->linkActivated("#");
+    emit window.fonts->lblHexList->linkActivated("#");
+    ASSERT_EQ(opened.size(), 2u);
+    EXPECT_TRUE(opened[0].starts_with("http"));
+}
+
+TEST_F(WindowTest, FontsAndErrorsPanels) {
+    window.fonts->chkBold->setChecked(true);
+    window.fonts->txtFontColor->setText("ff0000");
+    QTest::mouseClick(window.fonts->cmdSetFont, Qt::LeftButton);
+    EXPECT_EQ(bot.game.Style().FontChange(),
+              "<html><body bgcolor=\"000000\"><font color=\"ff0000\" face=\"Times New Roman\"><b>");
+    QTest::mouseClick(window.fonts->cmdResetFont, Qt::LeftButton);
+    EXPECT_FALSE(window.fonts->chkBold->isChecked());
+    EXPECT_EQ(window.fonts->txtFontColor->text(), "00bfff");
+
+    QTest::mouseClick(window.scrambleList->cmdAddTopic, Qt::LeftButton);
+    EXPECT_EQ(window.errors->lstErrors->model()->rowCount(), 1);
+    EXPECT_EQ(window.errors->lstErrors->model()->index(0, 0).data().toString(),
+              "There are no topics loaded to add!");
+    QTest::mouseClick(window.errors->cmdClearErrors, Qt::LeftButton);
+    EXPECT_EQ(window.errors->lstErrors->model()->rowCount(), 0);
+}
+
+TEST_F(WindowTest, ScrambleListControlsEditTheList) {
+    window.scrambleList->txtManualAddWord->setText(" Cat ");
+    window.scrambleList->txtManualAddHint->setText(" a pet ");
+    QTest::keyClick(window.scrambleList->txtManualAddWord, Qt::Key_Return);
+    EXPECT_EQ(bot.game.Lists().lstWords().Rows(), std::vector<std::string>{"Cat,a pet"});
+    EXPECT_EQ(window.scrambleList->lblCurrentTopic->text(), "Unknown");
+    EXPECT_TRUE(window.scrambleList->txtManualAddWord->text().isEmpty());
+
+    // A selected row in the view is the game's position, and back.
+    window.scrambleList->lstWords->setCurrentIndex(
+        window.scrambleList->lstWords->model()->index(0, 0));
+    EXPECT_EQ(bot.game.Lists().Position(), 0);
+    bot.game.Lists().SetPosition(-1);
+    EXPECT_FALSE(window.scrambleList->lstWords->selectionModel()->hasSelection());
+
+    window.ops->txtAddOp->setText(" Alice Smith ");
+    QTest::keyClick(window.ops->txtAddOp, Qt::Key_Return);
+    EXPECT_TRUE(bot.commands.Ops().Contains("alicesmith"));
+    EXPECT_EQ(window.ops->lstOps->model()->index(0, 0).data().toString(), "alicesmith");
+}
+
+}  // namespace
