@@ -23,7 +23,8 @@ int main(int argc, char** argv) {
                       },
                       [&window] {
                           if (window) window->ShowTopicPicker();
-                      }});
+                      },
+                      QCoreApplication::applicationDirPath().toLocal8Bit().toStdString()});
 
     FrmMain frmMain(bot);
     window = &frmMain;

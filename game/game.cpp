@@ -25,6 +25,11 @@ std::string Game::EntryAt(int position) const {
     return position >= 0 && position < words.Count() ? words.At(position) : std::string();
 }
 
+void Game::StopRoundTimers() {
+    env_.tmrMsgPause.Disable();
+    env_.tmrIdle.Disable();
+}
+
 void Game::ResetTimers() {
     PauseCount = 0;
     IdleCount = 0;

@@ -56,6 +56,9 @@ class Game {
 
     // The answer of the puzzle in play, untrimmed; nullopt when none.
     const std::optional<std::string>& PendingAnswer() const { return pendingAnswer_; }
+    void DropPendingAnswer() { pendingAnswer_.reset(); }
+    // Stops the message-pause and idle timers.
+    void StopRoundTimers();
 
     // --- The round cycle --------------------------------------------------
     void AutoSend(int Index);

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "game/product.h"
+#include "panel/cp1252.h"
 #include "panel/topic_picker.h"
 
 FrmMain::FrmMain(session::Bot& bot, QWidget* parent) : QWidget(parent), bot_(bot) {
@@ -65,6 +66,54 @@ FrmMain::FrmMain(session::Bot& bot, QWidget* parent) : QWidget(parent), bot_(bot
     resize(780, 560);
 
     bot_.session.SetChangeObserver([this] { RefreshStatus(); });
+
+    files::TopicFiles& topicFiles = bot_.topicFiles;
+    connect(topics, &TopicsPanel::loadTopicRequested, this,
+            [&topicFiles] { topicFiles.cmdLoadTopic_Click(); });
+    connect(topics, &TopicsPanel::mergeRequested, this,
+            [&topicFiles] { topicFiles.cmdMerge_Click(); });
+    connect(scrambleList, &ScrambleListPanel::saveListRequested, this,
+            [&topicFiles] { topicFiles.cmdSaveList_Click(); });
+    connect(other, &OtherPanel::saveSettingsRequested, this,
+            [this] { bot_.settings.cmdSaveSettings_Click(CollectSettings()); });
+    connect(other, &OtherPanel::loadSettingsRequested, this,
+            [this] { ShowSettings(bot_.settings.cmdLoadSettings_Click(CollectSettings())); });
+}
+
+files::SettingsFields FrmMain::CollectSettings() const {
+    files::SettingsFields f;
+    f.txtSN = ToCp1252(connection->txtSN->text());
+    f.cmbServers = ToCp1252(connection->cmbServers->currentText());
+    f.txtPort = ToCp1252(connection->txtPort->text());
+    f.txtChat = ToCp1252(chats->txtChat->text());
+    f.txtEx = ToCp1252(chats->txtEx->text());
+    f.txtSendPause = ToCp1252(mainGame->txtSendPause->text());
+    f.txtScoreLimit = ToCp1252(mainGame->txtScoreLimit->text());
+    f.txtIdleTime = ToCp1252(mainGame->txtIdleTime->text());
+    f.txtUser = ToCp1252(other->txtUser->text());
+    f.chkFullCaps = connection->chkFullCaps->isChecked();
+    f.chkLock = connection->chkLock->isChecked();
+    return f;
+}
+
+void FrmMain::ShowSettings(const files::SettingsFields& f) {
+    // Setting texts by program runs none of the fields' checks.
+    connection->txtSN->setText(FromCp1252(f.txtSN));
+    connection->cmbServers->setEditText(FromCp1252(f.cmbServers));
+    connection->txtPort->setText(FromCp1252(f.txtPort));
+    chats->txtChat->setText(FromCp1252(f.txtChat));
+    chats->txtEx->setText(FromCp1252(f.txtEx));
+    mainGame->txtSendPause->setText(FromCp1252(f.txtSendPause));
+    mainGame->txtScoreLimit->setText(FromCp1252(f.txtScoreLimit));
+    mainGame->txtIdleTime->setText(FromCp1252(f.txtIdleTime));
+    other->txtUser->setText(FromCp1252(f.txtUser));
+    connection->chkFullCaps->setChecked(f.chkFullCaps);
+    connection->chkLock->setChecked(f.chkLock);
+    other->chkLCase->setChecked(bot_.game.chkLCase);
+    other->chkNewTopic->setChecked(bot_.game.chkNewTopic);
+    other->chkHint->setChecked(bot_.commands.chkHint);
+    fonts->ShowFields();
+    mainGame->ShowMode();
 }
 
 FrmMain::~FrmMain() {

@@ -51,6 +51,10 @@ class FrmMain : public QWidget {
   protected:
     void closeEvent(QCloseEvent* event) override;
 
+    // The fields the settings file covers, as the window shows them, and back.
+    files::SettingsFields CollectSettings() const;
+    void ShowSettings(const files::SettingsFields& fields);
+
   private:
     void chkTab_Click(int Index);
 

@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 
+#include "files/settings_file.h"
+#include "files/topic_files.h"
 #include "game/chat_commands.h"
 #include "game/chat_sender.h"
 #include "game/console.h"
@@ -34,6 +36,8 @@ struct Platform {
     game::OperatorDialogs& dialogs;
     std::function<void(const std::string&)> openUrl;
     std::function<void()> openTopicPicker;
+    // Where the settings file lives and the file dialogs open.
+    std::string programFolder;
 };
 
 // The game's lines go to the client's rooms.
@@ -63,7 +67,12 @@ class Bot {
           session(client, game, commands, console, platform.dialogs),
           actions(game, platform.dialogs, platform.tmrIdle, platform.openUrl),
           editing(game, commands, client, platform.dialogs, errors, platform.tmrMsgPause,
-                  platform.tmrIdle) {
+                  platform.tmrIdle),
+          topicFiles(game.Lists(), platform.dialogs, errors, platform.programFolder),
+          settings(
+              game, commands, topicFiles, platform.dialogs, errors, platform.programFolder,
+              [this](const std::string& user) { session.cmdSetUser_Click(user); },
+              [this] { return session.UserName(); }) {
         client.SetObserver(&session);
     }
     ~Bot() { client.SetObserver(nullptr); }
@@ -81,6 +90,8 @@ class Bot {
     SessionControl session;
     OperatorActions actions;
     ListEditing editing;
+    files::TopicFiles topicFiles;
+    files::SettingsFile settings;
 };
 
 }  // namespace session

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "app/qt_socket_layer.h"
@@ -34,6 +35,7 @@ class WindowTest : public ::testing::Test {
         return texts;
     }
 
+    QTemporaryDir folder;
     FakeDialogs dialogs;
     QtSocketLayer sockets;
     FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
@@ -41,7 +43,7 @@ class WindowTest : public ::testing::Test {
     int pickerRequests = 0;
     session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, dialogs,
                       [this](const std::string& url) { opened.push_back(url); },
-                      [this] { ++pickerRequests; }}};
+                      [this] { ++pickerRequests; }, folder.path().toStdString()}};
     FrmMain window{bot};
 };
 
