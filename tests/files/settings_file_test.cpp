@@ -17,7 +17,7 @@ const std::string kHeader =
     "could crash the program.\r\n\r\n\r\n";
 
 class SettingsTest : public BotTest {
-protected:
+  protected:
     SettingsFields Load(const std::string& body, SettingsFields fields = {}) {
         folder.Write("settings", kHeader + body);
         return bot.settings.cmdLoadSettings_Click(fields);
@@ -25,8 +25,8 @@ protected:
 };
 
 TEST_F(SettingsTest, SavesTheHeaderAndEveryKeyInOrder) {
-    SettingsFields f{"Bot Name", "127.0.0.1", "5190", "Word Games", "4", "10", "15", "30", "x",
-                     true, false};
+    SettingsFields f{"Bot Name", "127.0.0.1", "5190", "Word Games", "4",  "10",
+                     "15",       "30",        "x",    true,         false};
     bot.commands.Ops().Add("alice");
     bot.commands.Disallows().Add("troll");
     bot.topicFiles.AutoLoadTopic("Animals", folder.Write("animals.txt", "ant\r\n"));
@@ -45,8 +45,8 @@ TEST_F(SettingsTest, SavesTheHeaderAndEveryKeyInOrder) {
 }
 
 TEST_F(SettingsTest, SaveThenLoadGivesEverythingBack) {
-    SettingsFields f{"Bot Name", "oscar.example.net", "5191", "Word Games", "5", "12", "20", "40",
-                     "ignored", false, true};
+    SettingsFields f{"Bot Name", "oscar.example.net", "5191", "Word Games", "5", "12", "20",
+                     "40",       "ignored",           false,  true};
     bot.game.SendPause = 12;
     bot.game.ScoreLimit = 20;
     bot.game.IdleTime = 40;
@@ -105,8 +105,9 @@ TEST_F(SettingsTest, ReadingRulesForNumbersFlagsNamesAndTopics) {
     EXPECT_EQ(bot.game.Modes().GetGameMode(), 0);
     ASSERT_EQ(bot.game.Lists().Topics().size(), 1u);
     EXPECT_EQ(bot.game.Lists().Topics()[0].GetDir(), folder.File("a:b.txt"));
-    EXPECT_EQ(bot.errors.Rows(), std::vector<std::string>{
-                                     "Failed to auto load topic 'Gone' from directory '/no/such:file.txt'!"});
+    EXPECT_EQ(bot.errors.Rows(),
+              std::vector<std::string>{
+                  "Failed to auto load topic 'Gone' from directory '/no/such:file.txt'!"});
     EXPECT_EQ(Messages().back(), "Settings Loaded: Settings loaded!");
 
     for (const char* score : {"score:0", "score:999", "score:-3"}) {
@@ -152,15 +153,17 @@ TEST_F(SettingsTest, LoadingResetsFirstAndStopsAGame) {
 TEST_F(SettingsTest, FailuresAreReportedAndChangeNothing) {
     bot.commands.Ops().Add("alice");
     bot.settings.cmdLoadSettings_Click({});
-    EXPECT_EQ(Messages(), std::vector<std::string>{"Error: Failed to load settings! Settings file not found!"});
-    EXPECT_EQ(bot.errors.Rows(), std::vector<std::string>{"Failed to load settings! Settings file not found!"});
+    EXPECT_EQ(Messages(),
+              std::vector<std::string>{"Error: Failed to load settings! Settings file not found!"});
+    EXPECT_EQ(bot.errors.Rows(),
+              std::vector<std::string>{"Failed to load settings! Settings file not found!"});
     EXPECT_TRUE(bot.commands.Ops().Contains("alice")) << "no reset without a file";
 
     // A save into a folder that cannot take files leaves no settings behind.
     testing_support::FakeDialogs otherDialogs;
-    files::SettingsFile blocked(bot.game, bot.commands, bot.topicFiles, otherDialogs, bot.errors,
-                                folder.File("no/such/folder"), [](const std::string&) {},
-                                [] { return std::string("x"); });
+    files::SettingsFile blocked(
+        bot.game, bot.commands, bot.topicFiles, otherDialogs, bot.errors,
+        folder.File("no/such/folder"), [](const std::string&) {}, [] { return std::string("x"); });
     blocked.cmdSaveSettings_Click({});
     ASSERT_EQ(otherDialogs.messages.size(), 1u);
     EXPECT_EQ(otherDialogs.messages[0].title, "Error");

@@ -12,7 +12,7 @@ namespace {
 using testing_support::BotTest;
 
 class TopicFilesTest : public BotTest {
-protected:
+  protected:
     // Loads `path` through the dialog, answering the name prompt with `name`.
     void Load(const std::string& path, const std::string& name) {
         dialogs.fileAnswers = {path};
@@ -21,7 +21,8 @@ protected:
     }
     std::vector<std::string> Names() {
         std::vector<std::string> names;
-        for (const auto& t : bot.game.Lists().Topics()) names.push_back(t.GetTopic());
+        for (const auto& t : bot.game.Lists().Topics())
+            names.push_back(t.GetTopic());
         return names;
     }
 };
@@ -62,11 +63,12 @@ TEST_F(TopicFilesTest, NamePromptRefusesDuplicatesBlanksAndColons) {
     bot.topicFiles.cmdLoadTopic_Click();  // the prompt is cancelled
     EXPECT_EQ(Names(), (std::vector<std::string>{"Animals", "Food", "Topic #3", "Topic #4", "ab",
                                                  "Topic #6"}));
-    EXPECT_EQ(Messages(),
-              (std::vector<std::string>{
-                  "Note: A topic with this name already exists. It has been renamed to Topic #3!",
-                  "Note: A topic with this name already exists. It has been renamed to Topic #4!",
-                  "Note: A topic with this name already exists. It has been renamed to Topic #6!"}));
+    EXPECT_EQ(
+        Messages(),
+        (std::vector<std::string>{
+            "Note: A topic with this name already exists. It has been renamed to Topic #3!",
+            "Note: A topic with this name already exists. It has been renamed to Topic #4!",
+            "Note: A topic with this name already exists. It has been renamed to Topic #6!"}));
     EXPECT_EQ(bot.game.Lists().lstData().Rows(), Names());
 }
 
@@ -92,7 +94,8 @@ TEST_F(TopicFilesTest, MissingFilesAndCancelledDialogsAreHandled) {
 
 TEST_F(TopicFilesTest, LineEndsAndEightBitTextSurvive) {
     std::string high;
-    for (int b = 0x80; b <= 0xFF; ++b) high.push_back(static_cast<char>(b));
+    for (int b = 0x80; b <= 0xFF; ++b)
+        high.push_back(static_cast<char>(b));
     Load(folder.Write("mixed.txt", "one\rtwo\r\nthree\nfour," + high), "Mixed");
     const auto words = bot.game.Lists().Topics()[0].GetAllWords();
     EXPECT_EQ(words, (std::vector<std::string>{"one", "two", "three", "four," + high}));
@@ -119,16 +122,18 @@ TEST_F(TopicFilesTest, MergesEitherWayRound) {
         bot.game.Lists().cmdClearAll_Click();
         Load(folder.Write("animals.txt", "ant\r\nbee\r\n"), "Animals");
         Load(folder.Write("food.txt", "fig\r\n"), "Food");
-        dialogs.promptAnswers = {foodFirst ? "food" : "ANIMALS", foodFirst ? "Animals" : "food", "  "};
+        dialogs.promptAnswers = {foodFirst ? "food" : "ANIMALS", foodFirst ? "Animals" : "food",
+                                 "  "};
         bot.topicFiles.cmdMerge_Click();
         const auto& topics = bot.game.Lists().Topics();
         ASSERT_EQ(topics.size(), 1u);
         EXPECT_EQ(topics[0].GetTopic(), foodFirst ? "food" : "ANIMALS");
         EXPECT_EQ(topics[0].GetDir(), folder.File(foodFirst ? "food.txt" : "animals.txt"));
-        EXPECT_EQ(topics[0].GetAllWords(),
-                  foodFirst ? (std::vector<std::string>{"fig", "ant", "bee"})
-                            : (std::vector<std::string>{"ant", "bee", "fig"}));
-        EXPECT_EQ(bot.game.Lists().lstData().Rows(), std::vector<std::string>{topics[0].GetTopic()});
+        EXPECT_EQ(topics[0].GetAllWords(), foodFirst
+                                               ? (std::vector<std::string>{"fig", "ant", "bee"})
+                                               : (std::vector<std::string>{"ant", "bee", "fig"}));
+        EXPECT_EQ(bot.game.Lists().lstData().Rows(),
+                  std::vector<std::string>{topics[0].GetTopic()});
     }
     const auto& prompts = dialogs.prompts;
     EXPECT_EQ(prompts[prompts.size() - 3].defaultText, "Animals");
@@ -148,12 +153,12 @@ TEST_F(TopicFilesTest, MergeRefusals) {
     bot.topicFiles.cmdMerge_Click();
     dialogs.promptAnswers = {"animals", " Ani Mals"};
     bot.topicFiles.cmdMerge_Click();
-    EXPECT_EQ(bot.errors.Rows(), (std::vector<std::string>{
-                                     "There are not enough topics to merge!",
-                                     "You need to enter in a topic name to merge!",
-                                     "The topic 'cars' was not found!",
-                                     "You need to enter in a second topic name to merge!",
-                                     "You cannot merge the same topic!"}));
+    EXPECT_EQ(
+        bot.errors.Rows(),
+        (std::vector<std::string>{
+            "There are not enough topics to merge!", "You need to enter in a topic name to merge!",
+            "The topic 'cars' was not found!", "You need to enter in a second topic name to merge!",
+            "You cannot merge the same topic!"}));
     EXPECT_EQ(bot.game.Lists().Topics().size(), 2u);
 }
 
@@ -163,8 +168,9 @@ TEST_F(TopicFilesTest, AutoLoadTakesTheNameAsGiven) {
     bot.topicFiles.AutoLoadTopic(" ", folder.File("t.txt"));
     ASSERT_EQ(bot.game.Lists().Topics().size(), 1u);
     EXPECT_EQ(bot.game.Lists().Topics()[0].GetTopic(), " My Topic ");
-    EXPECT_EQ(bot.errors.Rows(), std::vector<std::string>{"Failed to auto load topic 'Gone' from directory '" +
-                                                          folder.File("gone.txt") + "'!"});
+    EXPECT_EQ(bot.errors.Rows(),
+              std::vector<std::string>{"Failed to auto load topic 'Gone' from directory '" +
+                                       folder.File("gone.txt") + "'!"});
     EXPECT_TRUE(dialogs.messages.empty());
 }
 

@@ -3,6 +3,9 @@
 
 #include <QMenu>
 #include <QTest>
+#include <fstream>
+
+#include "panel/topic_picker.h"
 
 #include "support/window_fixture.h"
 
@@ -280,6 +283,54 @@ TEST_F(WindowTest, ScrambleListControlsEditTheList) {
     QTest::keyClick(window.ops->txtAddOp, Qt::Key_Return);
     EXPECT_TRUE(bot.commands.Ops().Contains("alicesmith"));
     EXPECT_EQ(window.ops->lstOps->model()->index(0, 0).data().toString(), "alicesmith");
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(WindowTest, TopicsLoadIntoThePickerAndTheList) {
+    dialogs.fileAnswers = {std::string(TOPICS_DIR) + "/animals.txt"};
+    dialogs.promptAnswers = {"animals"};
+    QTest::mouseClick(window.chkTab[4], Qt::LeftButton);
+    QTest::mouseClick(window.topics->cmdLoadTopic, Qt::LeftButton);
+    ASSERT_EQ(window.topics->lstData->model()->rowCount(), 1);
+    EXPECT_EQ(window.topics->lstData->model()->index(0, 0).data().toString(), "animals");
+
+    TopicPicker picker(bot);
+    picker.Load();
+    ASSERT_EQ(picker.lstTopics->count(), 1);
+    QTest::mouseClick(picker.cmdAdd, Qt::LeftButton);
+    EXPECT_EQ(dialogs.messages.back().text, "Please select a Topic to add!");
+    picker.lstTopics->setCurrentRow(0);
+    QTest::mouseClick(picker.cmdAdd, Qt::LeftButton);
+    QTest::mouseClick(picker.cmdAdd, Qt::LeftButton);
+    EXPECT_EQ(bot.game.Lists().lstWords().Count(), 40) << "the same topic can be added twice";
+    EXPECT_EQ(window.scrambleList->lblCurrentTopic->text(), "animals");
+    EXPECT_EQ(picker.windowTitle(), "Topic List");
+}
+
+TEST_F(WindowTest, LoadedSettingsShowInTheFields) {
+    std::ofstream(folder.filePath("settings").toStdString(), std::ios::binary)
+        << "sn:Bot Name\r\nport:5191\r\nscore:20\r\nlowercase:1\r\nhint:1\r\nsecure:0\r\n"
+           "fc:ff0000\r\nmode:2\r\nuser:<i>Zed</i>\r\n";
+    QTest::mouseClick(window.chkTab[8], Qt::LeftButton);
+    QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
+    EXPECT_EQ(dialogs.messages.back().text, "Settings loaded!");
+    EXPECT_EQ(window.connection->txtSN->text(), "Bot Name");
+    EXPECT_EQ(window.connection->txtPort->text(), "5191");
+    EXPECT_EQ(window.connection->cmbServers->currentText(), "localhost");
+    EXPECT_EQ(window.mainGame->txtScoreLimit->text(), "20");
+    EXPECT_TRUE(window.other->chkLCase->isChecked());
+    EXPECT_TRUE(window.other->chkHint->isChecked());
+    EXPECT_FALSE(window.connection->chkLock->isChecked());
+    EXPECT_EQ(window.fonts->txtFontColor->text(), "ff0000");
+    EXPECT_TRUE(window.mainGame->optMode[2]->isChecked());
+    EXPECT_EQ(window.other->txtUser->text(), "<i>Zed</i>");
+    EXPECT_EQ(bot.session.UserName(), "Zed");
+
+    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);
+    EXPECT_EQ(dialogs.messages.back().text, "Settings saved!");
 }
 
 }  // namespace

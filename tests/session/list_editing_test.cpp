@@ -11,7 +11,7 @@ namespace {
 using testing_support::BotTest;
 
 class ListEditingTest : public BotTest {
-protected:
+  protected:
     ListEditing& e = bot.editing;
     game::StringList& words = bot.game.Lists().lstWords();
 };
@@ -75,10 +75,12 @@ TEST_F(ListEditingTest, ManualSendRefusesThenSendsOnePuzzle) {
     e.ManualSend("cat", "", false);
     bot.game.SignedOn = true;
     e.ManualSend("cat", "", false);
-    EXPECT_EQ(Messages(), (std::vector<std::string>{"Error: You cannot send a blank message to the chat!",
-                                                    "Note: Please sign on first and enter a chat!",
-                                                    "Note: Please join a chat first!"}));
-    EXPECT_EQ(bot.errors.Rows(), std::vector<std::string>{"You cannot send a blank message to the chat!"});
+    EXPECT_EQ(Messages(),
+              (std::vector<std::string>{"Error: You cannot send a blank message to the chat!",
+                                        "Note: Please sign on first and enter a chat!",
+                                        "Note: Please join a chat first!"}));
+    EXPECT_EQ(bot.errors.Rows(),
+              std::vector<std::string>{"You cannot send a blank message to the chat!"});
 
     sockets.Create(2);
     sockets.sockets[2].connected = true;
@@ -88,7 +90,8 @@ TEST_F(ListEditingTest, ManualSendRefusesThenSendsOnePuzzle) {
     bot.game.Modes().optMode_Click(1);
     e.ManualSend("a", "first letter", false);
     ASSERT_EQ(sockets.written.size(), 1u);
-    EXPECT_NE(sockets.written[0].second.find("Unscramble: a (Hint: first letter)"), std::string::npos);
+    EXPECT_NE(sockets.written[0].second.find("Unscramble: a (Hint: first letter)"),
+              std::string::npos);
     EXPECT_EQ(bot.game.Modes().GetGameMode(), 1) << "the mode comes back";
     EXPECT_EQ(*bot.game.PendingAnswer(), "a");
 }

@@ -20,7 +20,7 @@ namespace testing_support {
 
 // A folder of its own under the system's temporary folder, removed after.
 class TempFolder {
-public:
+  public:
     TempFolder() {
         static std::atomic<int> count{0};
         path_ = std::filesystem::temp_directory_path() /
@@ -42,15 +42,16 @@ public:
         return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
     }
 
-private:
+  private:
     std::filesystem::path path_;
 };
 
 class BotTest : public ::testing::Test {
-protected:
+  protected:
     std::vector<std::string> Messages() const {
         std::vector<std::string> texts;
-        for (const auto& m : dialogs.messages) texts.push_back(m.title + ": " + m.text);
+        for (const auto& m : dialogs.messages)
+            texts.push_back(m.title + ": " + m.text);
         return texts;
     }
 
@@ -58,8 +59,16 @@ protected:
     FakeDialogs dialogs;
     FakeSocketLayer sockets;
     FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
-    session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, dialogs, {},
-                      {}, folder.Path()}};
+    session::Bot bot{{sockets,
+                      tmrMsgPause,
+                      tmrIdle,
+                      tmrTopics,
+                      tmrCcoms,
+                      tmrCcom2,
+                      dialogs,
+                      {},
+                      {},
+                      folder.Path()}};
 };
 
 }  // namespace testing_support
