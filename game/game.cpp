@@ -30,6 +30,11 @@ void Game::StopRoundTimers() {
     env_.tmrIdle.Disable();
 }
 
+void Game::StopPlay() {
+    AutoSend(0);
+    env_.tmrTopics.Disable();
+}
+
 void Game::ResetTimers() {
     PauseCount = 0;
     IdleCount = 0;

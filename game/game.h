@@ -59,6 +59,9 @@ class Game {
     void DropPendingAnswer() { pendingAnswer_.reset(); }
     // Stops the message-pause and idle timers.
     void StopRoundTimers();
+    // Stops auto-send and any open topic choice, keeping the word list and
+    // its position, so that play can go on from there later.
+    void StopPlay();
 
     // --- The round cycle --------------------------------------------------
     void AutoSend(int Index);

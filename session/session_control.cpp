@@ -112,6 +112,9 @@ void SessionControl::LoggedIn(const std::string&, const std::string&, const std:
 
 void SessionControl::LoggedOff() {
     game_.SignedOn = false;
+    // Signed off, the game stops too: no timer goes on sending into a room
+    // that is gone. The word list and its position stay for the next sign-on.
+    game_.StopPlay();
     SetInfo("Offline.");
 }
 

@@ -403,8 +403,10 @@ void OscarTestServer::Relay(Room& room, const std::string& sender, const std::st
     Broadcast(room, Snac(0x000E, 0x0006) + std::string(8, '\0') + Word(3) +
                         Tlv("0003", UserInfo(sender)) + Tlv("0001", "") +
                         Tlv("0005", messageBlock));
-    lines_.push_back({room.name, sender, text});
-    if (onLine) onLine(lines_.back());
+    const RelayedLine line{room.name, sender, text};
+    if (keepLines_) lines_.push_back(line);
+    for (const auto& listener : lineListeners_)
+        listener(line);
 }
 
 void OscarTestServer::Broadcast(Room& room, const std::string& snac, const Connection* except) {

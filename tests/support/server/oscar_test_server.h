@@ -56,8 +56,13 @@ class OscarTestServer : public QObject {
     const std::vector<RelayedLine>& Lines() const { return lines_; }
     // Occupants of a room: signed-on users and scripted players.
     std::vector<std::string> Occupants(const std::string& room, int exchange = 4) const;
-    // Told of every relayed line (after it went out).
-    std::function<void(const RelayedLine&)> onLine;
+    // Tells `listener` of every relayed line, after it went out.
+    void AddLineListener(std::function<void(const RelayedLine&)> listener) {
+        lineListeners_.push_back(std::move(listener));
+    }
+    // Forgets the relayed lines kept so far (a long run keeps no history).
+    void ForgetLines() { lines_.clear(); }
+    void SetKeepLines(bool keep) { keepLines_ = keep; }
 
     // --- Faults -----------------------------------------------------------
     // The next room request is refused with this subcode.
@@ -136,6 +141,8 @@ class OscarTestServer : public QObject {
     std::map<std::string, Ticket> tickets_;    // by cookie
     std::map<std::string, Room> rooms_;        // by exchange and normalized name
     std::vector<RelayedLine> lines_;
+    std::vector<std::function<void(const RelayedLine&)>> lineListeners_;
+    bool keepLines_ = true;
     bool openSignOn_ = false;
     int joinError_ = 0;
     int bosSetups_ = 0;

@@ -1,36 +1,84 @@
 // The loopback OSCAR server as a program: sign the bot on locally, without
-// an account. Any screen name signs on with any password; the room
-// "Word Games" on exchange 4 has two players in it already.
+// an account. Any screen name signs on with any password. The room
+// "Word Games" on exchange 4 holds scripted players who solve the bot's
+// puzzles from the word lists in topics/.
+//
+//   oscar-test-server [--port N] [--topics DIR] [--seed S]
+//                     [--chatter N] [--chatter-ms MS] [--report]
+//
+// --chatter adds N players who make small talk every MS milliseconds on
+// average; --report prints every line the bot says (as hex) and the bot's
+// answer times, for the soak run, instead of the room's transcript.
 #include <QCoreApplication>
 #include <QTextStream>
+#include <csignal>
 
+#include "oscar/encoding.h"
 #include "support/server/oscar_test_server.h"
+#include "support/server/scripted_game.h"
+
+namespace {
+
+QString Option(const QStringList& args, const QString& name, const QString& fallback) {
+    const auto at = args.indexOf(name);
+    return at >= 0 && at + 1 < args.size() ? args[at + 1] : fallback;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    quint16 port = 5190;
+    // Ctrl+C and the soak run's stop end the event loop, so that output is flushed.
+    std::signal(SIGINT, [](int) { QCoreApplication::quit(); });
+    std::signal(SIGTERM, [](int) { QCoreApplication::quit(); });
+
     const QStringList args = app.arguments();
-    const int at = static_cast<int>(args.indexOf("--port"));
-    if (at >= 0 && at + 1 < args.size()) port = static_cast<quint16>(args[at + 1].toUInt());
+    const auto port = static_cast<quint16>(Option(args, "--port", "5190").toUInt());
+    const std::string topics = Option(args, "--topics", "topics").toStdString();
+    const int chatter = Option(args, "--chatter", "0").toInt();
+    const int chatterMs = Option(args, "--chatter-ms", "1000").toInt();
+    const quint64 seed = Option(args, "--seed", "1").toULongLong();
+    const bool report = args.contains("--report");
 
     testserver::OscarTestServer server;
     server.SetOpenSignOn(true);
+    server.SetKeepLines(false);
     QTextStream out(stdout);
     if (!server.Start(port)) {
         out << "Cannot listen on 127.0.0.1:" << port << " (is another server running?)\n";
         return 1;
     }
-    server.AddScriptedPlayer("Word Games", "Ann Agram");
-    server.AddScriptedPlayer("Word Games", "Bob Scramble");
-    server.onLine = [&out](const testserver::RelayedLine& line) {
-        out << "[" << QString::fromStdString(line.room) << "] "
-            << QString::fromLatin1(line.sender.c_str()) << ": "
-            << QString::fromLatin1(line.text.c_str()) << "\n";
+    const std::vector<std::string> entries = testserver::LoadEntries(topics);
+    testserver::ScriptedGame game(server, "Word Games", entries, seed);
+    game.AddPlayer({"Ann Agram", 400, 1500, 0, 0, 0, 0});
+    game.AddPlayer({"Bob Scramble", 1500, 4000, 40, 0, 0, 0});
+    game.AddPlayer({"Cat Nap", 3000, 6000, 0, 60, 0, 0});
+    game.AddPlayer({"Dee Hinter", 2000, 5000, 20, 0, 50, 40});
+    for (int i = 1; i <= chatter; ++i)
+        game.AddChatter("Chatter " + std::to_string(i), chatterMs);
+
+    std::size_t reported = 0;
+    server.AddLineListener([&](const testserver::RelayedLine& line) {
+        const bool scripted = line.sender == "OnlineHost" || game.IsScripted(line.sender);
+        if (report) {
+            if (!scripted)
+                out << "BOT " << QString::fromStdString(oscar::BytesToHex(line.text)) << "\n";
+            for (; reported < game.Latencies().size(); ++reported) {
+                out << "LATENCY_US " << game.Latencies()[reported] << "\n";
+            }
+        } else {
+            out << "[" << QString::fromStdString(line.room) << "] "
+                << QString::fromLatin1(line.sender.c_str()) << ": "
+                << QString::fromLatin1(line.text.c_str()) << "\n";
+        }
         out.flush();
-    };
+    });
     out << "Local OSCAR server on 127.0.0.1:" << server.Port() << "\n"
         << "Sign on with any screen name and password, server 127.0.0.1, port " << server.Port()
-        << ";\nthen join the room \"Word Games\" on exchange 4. Ctrl+C stops the server.\n";
+        << ";\nthen join the room \"Word Games\" on exchange 4 (" << entries.size()
+        << " words known to its players). Ctrl+C stops the server.\n";
     out.flush();
-    return app.exec();
+    const int code = app.exec();
+    out << "Puzzles seen: " << game.Puzzles() << "\n";
+    return code;
 }
