@@ -19,6 +19,9 @@ void QtSocketLayer::Create(int index) {
     auto* socket = new QTcpSocket(this);
     // Notifications carry the element's index; they look it up when they
     // fire, so an element destroyed in between is simply not there.
+    // Chat lines are small and should go at once, not wait to be batched.
+    connect(socket, &QTcpSocket::connected, socket,
+            [socket] { socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); });
     connect(socket, &QTcpSocket::readyRead, this, [this, index] {
         if (listener_ && Exists(index)) listener_->OnDataArrival(index);
     });

@@ -111,6 +111,8 @@ ConsolePanel::ConsolePanel(session::Bot& bot, QWidget* parent) : QWidget(parent)
     txtMsg = new QPlainTextEdit(this);
     txtMsg->setObjectName("txtMsg");
     txtMsg->setReadOnly(true);
+    // A transcript is only ever appended to and cleared: no undo history.
+    txtMsg->setUndoRedoEnabled(false);
     txtMsg->setAccessibleName("Chat Console");
     lstPeopleHere = MakeList(this, "lstPeopleHere", "People Here");
     lstPeopleHere->setMaximumWidth(160);

@@ -90,6 +90,7 @@ void OscarTestServer::Accept(QTcpServer* server) {
     while (QTcpSocket* socket = server->nextPendingConnection()) {
         Connection& c = connections_[socket];
         c.socket = socket;
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { Read(socket); });
         connect(socket, &QTcpSocket::disconnected, this, [this, socket] { Closed(socket); });
         // The server speaks first on every connection.
