@@ -93,46 +93,40 @@ void TolSock::OnSocketError(int index) {
     } else if (intIconIndex_ != 0 && index == intIconIndex_) {
         lost("Connection to the buddy icon server has been lost.");
         intIconIndex_ = 0;
+    } else if (const auto left = TakeRoom(index)) {
+        // Taken off the list first, so that the handlers of the events below
+        // already see the room gone.
+        events_->LeftChat(left->ChatName, left->Exchange, left->Instance, left->ChatIndex);
+        CloseSock(index);
+        lost("Connection to chat Name: " + left->ChatName +
+             ", Exchange: " + std::to_string(left->Exchange) +
+             ", Instance: " + std::to_string(left->Instance) + " has been lost.");
+        return;
     } else {
-        auto room = std::find_if(chat_.begin(), chat_.end(),
-                                 [index](const Chats& c) { return c.ChatIndex == index; });
-        if (room == chat_.end()) {
-            lost("Connection to sock index " + std::to_string(index) + " has been lost.");
-        } else {
-            // Taken off the list first, so that the handlers of the events
-            // below already see the room gone.
-            const Chats left = *room;
-            chat_.erase(room);
-            events_->LeftChat(left.ChatName, left.Exchange, left.Instance, left.ChatIndex);
-            CloseSock(index);
-            lost("Connection to chat Name: " + left.ChatName +
-                 ", Exchange: " + std::to_string(left.Exchange) +
-                 ", Instance: " + std::to_string(left.Instance) + " has been lost.");
-            return;
-        }
+        lost("Connection to sock index " + std::to_string(index) + " has been lost.");
     }
     CloseSock(index);
 }
 
+std::optional<Chats> TolSock::TakeRoom(int index) {
+    auto room = std::find_if(chat_.begin(), chat_.end(),
+                             [index](const Chats& c) { return c.ChatIndex == index; });
+    if (room == chat_.end()) return std::nullopt;
+    Chats taken = std::move(*room);
+    chat_.erase(room);
+    return taken;
+}
+
 void TolSock::RemoveRoomsAndRaiseLeft(int index) {
-    for (;;) {
-        auto room = std::find_if(chat_.begin(), chat_.end(),
-                                 [index](const Chats& c) { return c.ChatIndex == index; });
-        if (room == chat_.end()) return;
-        const Chats left = *room;
-        chat_.erase(room);
-        events_->LeftChat(left.ChatName, left.Exchange, left.Instance, left.ChatIndex);
+    while (const auto left = TakeRoom(index)) {
+        events_->LeftChat(left->ChatName, left->Exchange, left->Instance, left->ChatIndex);
     }
 }
 
 void TolSock::DropConnection(int Index) {
     if (!ValidIndex(Index)) return;
-    auto room = std::find_if(chat_.begin(), chat_.end(),
-                             [Index](const Chats& c) { return c.ChatIndex == Index; });
-    if (room != chat_.end()) {
-        const Chats left = *room;
-        chat_.erase(room);
-        events_->LeftChat(left.ChatName, left.Exchange, left.Instance, left.ChatIndex);
+    if (const auto left = TakeRoom(Index)) {
+        events_->LeftChat(left->ChatName, left->Exchange, left->Instance, left->ChatIndex);
     } else if (Index == intAdminIndex_) {
         intAdminIndex_ = 0;
     } else if (Index == 0) {

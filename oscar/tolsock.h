@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -115,6 +116,8 @@ class TolSock : public SocketListener {
     void OpenServiceConnection(const TLVList& tlvs);
     void SendServiceRequest(const char* familyHex);
     void SendRoomRequest(int index);
+    // Takes the first room on `index` off the list.
+    std::optional<Chats> TakeRoom(int index);
     void RemoveRoomsAndRaiseLeft(int index);
     // Sends `packet` on the admin connection when there is one, else asks
     // for one; true when it was sent.
