@@ -110,7 +110,7 @@ SettingsFields SettingsFile::cmdLoadSettings_Click(SettingsFields fields) {
     ClearSettings(fields);
     std::vector<std::pair<std::string, std::string>> topics;
     for (const std::string& line : file.lines)
-        Apply(line, fields, topics);
+        ApplyLine(line, fields, topics);
     for (const auto& [name, path] : topics)
         topics_.AutoLoadTopic(name, path);
     setUser_(fields.txtUser);
@@ -119,8 +119,8 @@ SettingsFields SettingsFile::cmdLoadSettings_Click(SettingsFields fields) {
     return fields;
 }
 
-void SettingsFile::Apply(const std::string& line, SettingsFields& f,
-                         std::vector<std::pair<std::string, std::string>>& topics) {
+void SettingsFile::ApplyLine(const std::string& line, SettingsFields& f,
+                             std::vector<std::pair<std::string, std::string>>& topics) {
     const auto first = line.find(':');
     if (first == std::string::npos) return;
     const std::string key = line.substr(0, first);

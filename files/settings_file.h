@@ -45,10 +45,12 @@ class SettingsFile {
     SettingsFields cmdLoadSettings_Click(SettingsFields fields);
     void ClearSettings(SettingsFields& fields);
 
-  private:
-    void Apply(const std::string& line, SettingsFields& fields,
-               std::vector<std::pair<std::string, std::string>>& topics);
+    // Applies one line of a settings file; a topic line is remembered in
+    // `topics` (name, path) for loading after the file is read.
+    void ApplyLine(const std::string& line, SettingsFields& fields,
+                   std::vector<std::pair<std::string, std::string>>& topics);
 
+  private:
     game::Game& game_;
     game::ChatCommands& commands_;
     TopicFiles& topics_;
