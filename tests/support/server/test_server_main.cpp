@@ -11,7 +11,6 @@
 // answer times, for the soak run, instead of the room's transcript.
 #include <QCoreApplication>
 #include <QTextStream>
-#include <csignal>
 
 #include "oscar/encoding.h"
 #include "support/server/oscar_test_server.h"
@@ -28,9 +27,6 @@ QString Option(const QStringList& args, const QString& name, const QString& fall
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    // Ctrl+C and the soak run's stop end the event loop, so that output is flushed.
-    std::signal(SIGINT, [](int) { QCoreApplication::quit(); });
-    std::signal(SIGTERM, [](int) { QCoreApplication::quit(); });
 
     const QStringList args = app.arguments();
     const auto port = static_cast<quint16>(Option(args, "--port", "5190").toUInt());
@@ -78,7 +74,5 @@ int main(int argc, char** argv) {
         << ";\nthen join the room \"Word Games\" on exchange 4 (" << entries.size()
         << " words known to its players). Ctrl+C stops the server.\n";
     out.flush();
-    const int code = app.exec();
-    out << "Puzzles seen: " << game.Puzzles() << "\n";
-    return code;
+    return app.exec();
 }
