@@ -14,6 +14,8 @@ ConnectionPanel::ConnectionPanel(session::Bot& bot, QWidget* parent) : QWidget(p
     txtSN = MakeField(this, "txtSN", "", 200, "Screenname");
     txtPW = MakeField(this, "txtPW", "", 16, "Password");
     txtPW->setEchoMode(QLineEdit::Password);
+    // The password shows as '*' whatever the style would draw.
+    txtPW->setStyleSheet("lineedit-password-character: 42");
     cmbServers = new QComboBox(this);
     cmbServers->setObjectName("cmbServers");
     cmbServers->setEditable(true);

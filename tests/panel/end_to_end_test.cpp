@@ -35,7 +35,7 @@ class EndToEndTest : public ::testing::Test {
         std::ofstream(folder.File("settings"), std::ios::binary)
             << "sn:Scramble Bot\r\nserver:127.0.0.1\r\nport:" << server.Port()
             << "\r\nchat:Word Games\r\nex:4\r\nmsgdelay:1\r\nidle:3\r\nscore:2\r\n"
-            << "op:boss\r\ndisallow:troll\r\ntopic:Animals:" << TOPICS_DIR << "/animals.txt\r\n";
+            << "op:boss\r\ndisallow:troll\r\ntopic:Animals:" << TOPICS_DIR << "/animals.csv\r\n";
         window.show();
     }
 

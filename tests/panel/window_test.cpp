@@ -290,7 +290,7 @@ TEST_F(WindowTest, ScrambleListControlsEditTheList) {
 namespace {
 
 TEST_F(WindowTest, TopicsLoadIntoThePickerAndTheList) {
-    dialogs.fileAnswers = {std::string(TOPICS_DIR) + "/animals.txt"};
+    dialogs.fileAnswers = {std::string(TOPICS_DIR) + "/animals.csv"};
     dialogs.promptAnswers = {"animals"};
     QTest::mouseClick(window.chkTab[4], Qt::LeftButton);
     QTest::mouseClick(window.topics->cmdLoadTopic, Qt::LeftButton);

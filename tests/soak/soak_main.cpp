@@ -137,7 +137,7 @@ int main(int argc, char** argv) {
         std::ofstream settings(folder.File("settings"), std::ios::binary);
         settings << "sn:Soak Bot\r\nserver:127.0.0.1\r\nport:" << port
                  << "\r\nchat:Word Games\r\nex:4\r\nmsgdelay:1\r\nidle:5\r\nscore:10\r\nop:anngram\r\n";
-        for (const QString& name : QDir(topics).entryList({"*.txt"}, QDir::Files, QDir::Name)) {
+        for (const QString& name : QDir(topics).entryList({"*.csv", "*.txt"}, QDir::Files, QDir::Name)) {
             settings << "topic:" << name.section('.', 0, 0).toStdString() << ":"
                      << QDir(topics).filePath(name).toStdString() << "\r\n";
         }
