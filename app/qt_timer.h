@@ -24,8 +24,6 @@ class QtTimer : public game::Timer {
     }
     bool IsEnabled() const override { return timer_.isActive(); }
     void SetTick(std::function<void()> tick) override { tick_ = std::move(tick); }
-    // For tests and tools that want shorter waits.
-    void SetInterval(int intervalMs) { timer_.setInterval(intervalMs); }
 
   private:
     QTimer timer_;

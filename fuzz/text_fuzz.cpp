@@ -43,11 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     bot.game.Lists().AddTopicList(topic.GetTopic());
 
     // A game in a room, the chat lines said by an op and by everyone else.
-    sockets.Create(2);
-    sockets.sockets[2].connected = true;
-    oscar::Chats room;
-    room.ChatIndex = 2;
-    bot.client.Chat().push_back(room);
+    EnterFakeRoom(sockets, bot.client);
     bot.game.SignedOn = true;
     bot.game.ScoreLimit = 2;
     bot.commands.Ops().Add("boss");

@@ -17,10 +17,6 @@ TolSock::~TolSock() {
     sockets_.SetListener(nullptr);
 }
 
-std::int32_t TolSock::SequenceNumber(int index) const {
-    return ValidIndex(index) ? connections_[static_cast<std::size_t>(index)].seqNum : 0;
-}
-
 void TolSock::SendPacket(int Index, int intChannel, const std::string& strPacket) {
     if (!ValidIndex(Index)) return;
     Connection& c = Conn(Index);

@@ -86,7 +86,6 @@ class TolSock : public SocketListener {
     bool LoggedInState() const { return blnLoggedIn_; }
     bool Paused() const { return blnPaused_; }
     bool Authorizing() const { return blnAuthorizing_; }
-    std::int32_t SequenceNumber(int index) const;
 
   private:
     struct Connection {

@@ -120,11 +120,7 @@ TEST_F(SettingsTest, ReadingRulesForNumbersFlagsNamesAndTopics) {
 }
 
 TEST_F(SettingsTest, LoadingResetsFirstAndStopsAGame) {
-    sockets.Create(2);
-    sockets.sockets[2].connected = true;
-    oscar::Chats room;
-    room.ChatIndex = 2;
-    bot.client.Chat().push_back(room);
+    testing_support::EnterFakeRoom(sockets, bot.client);
     bot.game.SignedOn = true;
     bot.game.Lists().lstWords().Append("kiwi");
     bot.game.cmdAutoSendOn_Click();

@@ -82,11 +82,7 @@ TEST_F(ListEditingTest, ManualSendRefusesThenSendsOnePuzzle) {
     EXPECT_EQ(bot.errors.Rows(),
               std::vector<std::string>{"You cannot send a blank message to the chat!"});
 
-    sockets.Create(2);
-    sockets.sockets[2].connected = true;
-    oscar::Chats room;
-    room.ChatIndex = 2;
-    bot.client.Chat().push_back(room);
+    testing_support::EnterFakeRoom(sockets, bot.client);
     bot.game.Modes().optMode_Click(1);
     e.ManualSend("a", "first letter", false);
     ASSERT_EQ(sockets.written.size(), 1u);

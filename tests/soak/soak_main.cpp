@@ -46,7 +46,7 @@ long ResidentKilobytes() {
 
 // The sockets of the program, noting the text of every chat line written.
 class RecordingSockets : public oscar::SocketLayer {
-public:
+  public:
     void SetListener(oscar::SocketListener* listener) override { inner_.SetListener(listener); }
     void Create(int index) override { inner_.Create(index); }
     void Destroy(int index) override { inner_.Destroy(index); }
@@ -55,7 +55,8 @@ public:
         inner_.Connect(index, host, port);
     }
     void Send(int index, const std::string& bytes) override {
-        if (inner_.IsConnected(index) && bytes.size() > 26 && oscar::SnacKey(bytes.substr(6)) == "000E0005") {
+        if (inner_.IsConnected(index) && bytes.size() > 26 &&
+            oscar::SnacKey(bytes.substr(6)) == "000E0005") {
             std::string data = bytes.substr(26);
             oscar::TLVList tlvs;
             oscar::ParseTLVs(data, tlvs);
@@ -74,7 +75,7 @@ public:
 
     std::deque<std::string> sent;  // waiting to be seen in the room
 
-private:
+  private:
     QtSocketLayer inner_;
 };
 
@@ -135,16 +136,26 @@ int main(int argc, char** argv) {
     testing_support::TempFolder folder;
     {
         std::ofstream settings(folder.File("settings"), std::ios::binary);
-        settings << "sn:Soak Bot\r\nserver:127.0.0.1\r\nport:" << port
-                 << "\r\nchat:Word Games\r\nex:4\r\nmsgdelay:1\r\nidle:5\r\nscore:10\r\nop:anngram\r\n";
-        for (const QString& name : QDir(topics).entryList({"*.csv", "*.txt"}, QDir::Files, QDir::Name)) {
+        settings
+            << "sn:Soak Bot\r\nserver:127.0.0.1\r\nport:" << port
+            << "\r\nchat:Word Games\r\nex:4\r\nmsgdelay:1\r\nidle:5\r\nscore:10\r\nop:anngram\r\n";
+        for (const QString& name :
+             QDir(topics).entryList({"*.csv", "*.txt"}, QDir::Files, QDir::Name)) {
             settings << "topic:" << name.section('.', 0, 0).toStdString() << ":"
                      << QDir(topics).filePath(name).toStdString() << "\r\n";
         }
     }
     testing_support::FakeDialogs dialogs;
     QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
-    session::Bot bot({sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, dialogs, {}, {},
+    session::Bot bot({sockets,
+                      tmrMsgPause,
+                      tmrIdle,
+                      tmrTopics,
+                      tmrCcoms,
+                      tmrCcom2,
+                      dialogs,
+                      {},
+                      {},
                       folder.Path()});
     FrmMain window(bot);
     window.show();

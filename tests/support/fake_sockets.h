@@ -9,6 +9,7 @@
 
 #include "oscar/encoding.h"
 #include "oscar/socket_layer.h"
+#include "oscar/tolsock.h"
 
 namespace testing_support {
 
@@ -101,5 +102,15 @@ class FakeSocketLayer : public oscar::SocketLayer {
   private:
     oscar::SocketListener* listener_ = nullptr;
 };
+
+// Puts `client` in a room whose connection is `index` on `sockets`, as a
+// finished join leaves it.
+inline void EnterFakeRoom(FakeSocketLayer& sockets, oscar::TolSock& client, int index = 2) {
+    sockets.Create(index);
+    sockets.sockets[index].connected = true;
+    oscar::Chats room;
+    room.ChatIndex = index;
+    client.Chat().push_back(room);
+}
 
 }  // namespace testing_support

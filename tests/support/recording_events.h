@@ -9,6 +9,21 @@
 
 namespace testing_support {
 
+// The events of a whole sign-on, in order, closed by `loggedIn`.
+inline std::vector<std::string> SignOnEvents(const std::string& loggedIn) {
+    return {"LoginStatus(Connecting to Auth server...)",
+            "LoginStatus(Sending Ack to Auth Server...)",
+            "LoginStatus(Requesting Auth Key...)",
+            "LoginStatus(Sending Login Information...)",
+            "LoginStatus(Connecting to BOS Server...)",
+            "LoginStatus(Sending Ack and Cookie to BOS Server...)",
+            "LoginStatus(Requesting Supported Services Versions...)",
+            "LoginStatus(Requesting Rate Limit Information...)",
+            "LoginStatus(Sending Service Requests...)",
+            "LoginStatus(Login Completed!)",
+            loggedIn};
+}
+
 class RecordingEvents : public oscar::ClientEvents {
   public:
     void LoggedIn(const std::string& u, const std::string& e, const std::string& h) override {
