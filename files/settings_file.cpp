@@ -2,7 +2,7 @@
 
 #include "files/line_file.h"
 #include "game/product.h"
-#include "oscar/text_number.h"
+#include "text/text_number.h"
 
 namespace files {
 
@@ -15,7 +15,7 @@ const char* Flag(bool on) {
 // A number read from the file must lie in 1..998; otherwise the key's
 // default text stands in for it.
 std::string Bounded(const std::string& value, const char* fallback) {
-    const double number = oscar::LeadingDecimal(value);
+    const double number = text::LeadingDecimal(value);
     return number <= 0 || number >= 999 ? fallback : value;
 }
 
@@ -130,9 +130,7 @@ void SettingsFile::ApplyLine(const std::string& line, SettingsFields& f,
     const std::string rest = second == std::string::npos ? std::string() : line.substr(second + 1);
 
     game::FontFields& font = game_.Style().fields;
-    auto number = [](const std::string& text) {
-        return static_cast<int>(oscar::WholeNumber(text));
-    };
+    auto number = [](const std::string& text) { return static_cast<int>(text::WholeNumber(text)); };
     if (key == "sn")
         f.txtSN = value;
     else if (key == "server")

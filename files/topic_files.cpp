@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "files/line_file.h"
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace files {
 
@@ -96,7 +96,7 @@ void TopicFiles::cmdMerge_Click() {
         return Refuse("You cannot merge the same topic!");
     }
     std::string merged = dialogs_.Prompt("Give the merged topic a name", "Topic Name", first);
-    if (oscar::TrimSpaces(merged).empty()) merged = first;
+    if (text::TrimSpaces(merged).empty()) merged = first;
 
     game::TopicClass& into = topics[static_cast<std::size_t>(a)];
     game::TopicClass& from = topics[static_cast<std::size_t>(b)];
@@ -124,7 +124,7 @@ void TopicFiles::cmdSaveList_Click() {
 }
 
 void TopicFiles::AutoLoadTopic(const std::string& name, const std::string& path) {
-    if (oscar::TrimSpaces(name).empty() || oscar::TrimSpaces(path).empty()) return;
+    if (text::TrimSpaces(name).empty() || text::TrimSpaces(path).empty()) return;
     const ReadResult file = ReadLines(path);
     if (file.status != ReadStatus::Ok) {
         errors_.Append("Failed to auto load topic '" + name + "' from directory '" + path + "'!");

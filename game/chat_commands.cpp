@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace game {
 
@@ -55,9 +55,9 @@ ChatCommands::ChatCommands(Game& game, Console& console, Timer& tmrCcoms, Timer&
 void ChatCommands::ChatMessage(int intChatIndex, const std::string& strScreenname,
                                const std::string& strMessage) {
     const std::string line = DecodeEntities(strMessage);
-    const std::string sender = oscar::NormalizeName(strScreenname);
-    const std::string stripped = oscar::StripTags(line);
-    const std::string text = oscar::TrimSpaces(stripped);
+    const std::string sender = text::NormalizeName(strScreenname);
+    const std::string stripped = text::StripTags(line);
+    const std::string text = text::TrimSpaces(stripped);
 
     console_.AppendLine(strScreenname + ": " + stripped);
     if (disallows_.Contains(sender)) return;
@@ -80,7 +80,7 @@ void ChatCommands::ChatMessage(int intChatIndex, const std::string& strScreennam
     }
 
     if (!ops_.Contains(sender) || tmrCcoms_.IsEnabled()) return;
-    if (RunOpCommand(intChatIndex, oscar::NormalizeName(stripped))) tmrCcoms_.Enable();
+    if (RunOpCommand(intChatIndex, text::NormalizeName(stripped))) tmrCcoms_.Enable();
 }
 
 bool ChatCommands::RunOpCommand(int chatIndex, const std::string& cmd) {

@@ -1,6 +1,6 @@
 #include "game/game.h"
 
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace game {
 
@@ -247,8 +247,8 @@ void Game::tmrTopics_Timer() {
 
 void Game::CheckAnswer(int chatIndex, const std::string& sender, const std::string& text) {
     if (!pendingAnswer_) return;
-    const std::string answer = oscar::TrimSpaces(*pendingAnswer_);
-    if (oscar::LowerCase(text) != oscar::LowerCase(answer)) return;
+    const std::string answer = text::TrimSpaces(*pendingAnswer_);
+    if (text::LowerCase(text) != text::LowerCase(answer)) return;
 
     SendToRoom(chatIndex, sender + " got it right!!! (" + answer + ")");
     pendingAnswer_.reset();
@@ -258,7 +258,7 @@ void Game::CheckAnswer(int chatIndex, const std::string& sender, const std::stri
         ResetTimers();
         env_.tmrMsgPause.Enable();
     }
-    const std::string player = oscar::NormalizeName(sender);
+    const std::string player = text::NormalizeName(sender);
     if (scores_.Has(player)) {
         UpdateScore(player, 1);
     } else {

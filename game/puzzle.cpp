@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "game/topic.h"
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace game {
 
@@ -106,12 +106,12 @@ std::string HintWord(std::string_view text, RandomSource& random) {
 }
 
 Puzzle MakePuzzle(std::string_view entry, bool lowerCase, int gameMode, RandomSource& random) {
-    const std::string text = lowerCase ? oscar::LowerCase(entry) : std::string(entry);
+    const std::string text = lowerCase ? text::LowerCase(entry) : std::string(entry);
     int mode = gameMode;
     if (mode == 2) mode = static_cast<int>(random.RandomNumber(2, 1) - 1);
     EntryParts parts = SplitEntry(text);
 
-    const std::string trimmed = oscar::TrimSpaces(parts.answer);
+    const std::string trimmed = text::TrimSpaces(parts.answer);
     std::string line = mode == 0 ? "Unscramble: " + ScrambleWord(trimmed, random)
                                  : "Fill in the blank: " + BlankWord(trimmed, random);
     if (parts.hint) line += " (Hint: " + *parts.hint + ")";

@@ -1,6 +1,6 @@
 #include "game/topic.h"
 
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace game {
 
@@ -11,7 +11,7 @@ EntryParts SplitEntry(std::string_view entry) {
 }
 
 std::string TopicKey(std::string_view name) {
-    return oscar::NormalizeName(name);
+    return text::NormalizeName(name);
 }
 
 }  // namespace game

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace game {
 
@@ -32,13 +32,13 @@ void WordLists::AddTopicList(std::string_view strTopic) {
 }
 
 void WordLists::UpdateTopic(std::string_view strTopic) {
-    currentTopic_ = oscar::TrimSpaces(strTopic);
+    currentTopic_ = text::TrimSpaces(strTopic);
     topicLabel_ = currentTopic_;
     if (topicLabelChanged_) topicLabelChanged_(topicLabel_);
 }
 
 void WordLists::ListAddTopic(std::string_view strTopic) {
-    loadedTopics_.Append(oscar::TrimSpaces(strTopic));
+    loadedTopics_.Append(text::TrimSpaces(strTopic));
 }
 
 void WordLists::ListRemoveTopic(std::string_view strTopic) {

@@ -2,9 +2,9 @@
 // resetting connections, and opening a service connection from a redirect.
 #include <algorithm>
 
-#include "oscar/text.h"
-#include "oscar/text_number.h"
 #include "oscar/tolsock.h"
+#include "text/text.h"
+#include "text/text_number.h"
 
 namespace oscar {
 
@@ -251,7 +251,7 @@ void TolSock::OpenServiceConnection(const TLVList& tlvs) {
         } else if (type == "0005") {
             const auto colon = value.find(':');
             host = value.substr(0, colon);
-            port = colon == std::string::npos ? 5190 : LeadingNumber(value.substr(colon + 1));
+            port = colon == std::string::npos ? 5190 : text::LeadingNumber(value.substr(colon + 1));
         } else if (type == "0006") {
             c.cookie = value;
         }

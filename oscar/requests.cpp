@@ -1,8 +1,8 @@
 // The requests the program makes of the OSCAR servers.
 #include <algorithm>
 
-#include "oscar/text.h"
 #include "oscar/tolsock.h"
+#include "text/text.h"
 
 namespace oscar {
 
@@ -26,7 +26,7 @@ std::optional<std::string> Tlv(const char* type, const std::string& value) {
 }
 
 bool SameRoom(const Chats& room, const std::string& normalizedName, int exchange) {
-    return NormalizeName(room.ChatName) == normalizedName &&
+    return text::NormalizeName(room.ChatName) == normalizedName &&
            (exchange == 0 || room.Exchange == exchange);
 }
 
@@ -37,7 +37,7 @@ void TolSock::Login(const std::string& strUser, const std::string& strPassword, 
     ResetSockets();
     screenName_ = strUser;
     password_ = strPassword;
-    authHost_ = NormalizeName(strAuthServer);
+    authHost_ = text::NormalizeName(strAuthServer);
     authPort_ = lngPort;
     blnAuthorizing_ = true;
     // A new sign-on starts from scratch, so that it ends in LoggedIn again.
@@ -63,7 +63,7 @@ void TolSock::SendIM(const std::string& strScreenname, const std::string& strMes
 }
 
 void TolSock::JoinChat(const std::string& strChatName, int intExchange, int intInstance) {
-    strPendingChatName_ = TrimSpaces(strChatName);
+    strPendingChatName_ = text::TrimSpaces(strChatName);
     intPendingExchange_ = intExchange;
     intPendingInstance_ = intInstance;
     if (intChatNavIndex_ != 0) {
@@ -92,7 +92,7 @@ void TolSock::SendServiceRequest(const char* familyHex) {
 void TolSock::LeaveChat(int lngChatIndex, const std::string& strChatName, int intExchange) {
     if (!strChatName.empty()) {
         // Every room of that name (on that exchange, when one is given).
-        const std::string name = NormalizeName(strChatName);
+        const std::string name = text::NormalizeName(strChatName);
         for (;;) {
             auto room = std::find_if(chat_.begin(), chat_.end(), [&](const Chats& c) {
                 return SameRoom(c, name, intExchange);
@@ -123,7 +123,7 @@ void TolSock::SendChat(int intChatIndex, const std::string& strMessage,
     if (!text || packet.size() > 0xFFFF) return;
 
     if (!strChatName.empty()) {
-        const std::string name = NormalizeName(strChatName);
+        const std::string name = text::NormalizeName(strChatName);
         std::vector<int> rooms;
         for (const Chats& room : chat_) {
             if (SameRoom(room, name, intExchange)) rooms.push_back(room.ChatIndex);
@@ -202,14 +202,14 @@ bool TolSock::SendAdmin(const std::string& packet) {
 }
 
 void TolSock::FormatScreenname(const std::string& strFormat) {
-    pendingAdmin_.format = TrimSpaces(strFormat);
+    pendingAdmin_.format = text::TrimSpaces(strFormat);
     if (SendAdmin(HexToBytes("00070004000000000004") + MakeTLV("0001", 2, pendingAdmin_.format))) {
         pendingAdmin_.format.clear();
     }
 }
 
 void TolSock::ChangePassword(const std::string& strNewPassword) {
-    pendingAdmin_.newPassword = TrimSpaces(strNewPassword);
+    pendingAdmin_.newPassword = text::TrimSpaces(strNewPassword);
     if (SendAdmin(HexToBytes("00070004000000000004") +
                   MakeTLV("0002", 2, pendingAdmin_.newPassword) + MakeTLV("0012", 2, password_))) {
         pendingAdmin_.newPassword.clear();
@@ -217,7 +217,7 @@ void TolSock::ChangePassword(const std::string& strNewPassword) {
 }
 
 void TolSock::ChangeEmail(const std::string& strNewEmail) {
-    pendingAdmin_.email = TrimSpaces(strNewEmail);
+    pendingAdmin_.email = text::TrimSpaces(strNewEmail);
     if (SendAdmin(HexToBytes("00070004000000000004") + MakeTLV("0011", 2, pendingAdmin_.email))) {
         pendingAdmin_.email.clear();
     }

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "oscar/frame_reading.h"
-#include "oscar/text.h"
 #include "oscar/tolsock.h"
+#include "text/text.h"
 
 namespace oscar {
 
@@ -282,7 +282,7 @@ void TolSock::IncomingIM(const std::string& frame) {
         TLVList parts;
         ParseTLVs(messageData, parts);
         for (std::size_t j = 0; j + 1 < parts.size(); j += 2) {
-            if (BytesToHex(parts[j]) == "0101") text = StripTags(From(parts[j + 1], 5));
+            if (BytesToHex(parts[j]) == "0101") text = text::StripTags(From(parts[j + 1], 5));
         }
         break;
     }

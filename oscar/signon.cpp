@@ -3,9 +3,9 @@
 // housekeeping (pause, resume, migration, sign-off frame).
 #include "oscar/frame_reading.h"
 #include "oscar/login_request.h"
-#include "oscar/text.h"
-#include "oscar/text_number.h"
 #include "oscar/tolsock.h"
+#include "text/text.h"
+#include "text/text_number.h"
 
 namespace oscar {
 
@@ -57,7 +57,8 @@ void SplitAddress(const std::string& address, std::string& host, long long& port
                   long long fallbackPort) {
     const auto colon = address.find(':');
     host = address.substr(0, colon);
-    port = colon == std::string::npos ? fallbackPort : LeadingNumber(address.substr(colon + 1));
+    port =
+        colon == std::string::npos ? fallbackPort : text::LeadingNumber(address.substr(colon + 1));
 }
 
 }  // namespace

@@ -5,4 +5,4 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 ./scripts/install-deps.sh
 ./scripts/build.sh
-exec ./build/tests/oscar-test-server "$@"
+exec ./build/localserver/oscar-test-server "$@"

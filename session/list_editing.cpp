@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "oscar/text.h"
-#include "oscar/text_number.h"
+#include "text/text.h"
+#include "text/text_number.h"
 
 namespace session {
 
@@ -19,7 +19,7 @@ ListEditing::ListEditing(game::Game& game, game::ChatCommands& commands, oscar::
       tmrIdle_(tmrIdle) {}
 
 void ListEditing::ManualSend(const std::string& txtWord, const std::string& txtHint, bool blank) {
-    if (oscar::TrimSpaces(txtWord).empty()) {
+    if (text::TrimSpaces(txtWord).empty()) {
         const std::string text = "You cannot send a blank message to the chat!";
         dialogs_.ShowMessage(text, "Error", game::MessageKind::Warning);
         errors_.Append(text);
@@ -42,14 +42,14 @@ void ListEditing::ManualSend(const std::string& txtWord, const std::string& txtH
         tmrMsgPause_.Disable();
         tmrIdle_.Disable();
     }
-    game_.WordSend(oscar::TrimSpaces(txtHint).empty() ? txtWord : txtWord + "," + txtHint);
+    game_.WordSend(text::TrimSpaces(txtHint).empty() ? txtWord : txtWord + "," + txtHint);
     game_.Modes() = saved;
 }
 
 void ListEditing::AddDirectly(const std::string& txtManualAddWord,
                               const std::string& txtManualAddHint) {
-    const std::string word = oscar::TrimSpaces(txtManualAddWord);
-    const std::string hint = oscar::TrimSpaces(txtManualAddHint);
+    const std::string word = text::TrimSpaces(txtManualAddWord);
+    const std::string hint = text::TrimSpaces(txtManualAddHint);
     if (word.empty()) return;
     game::StringList& words = game_.Lists().lstWords();
     words.Append(hint.empty() ? word : word + "," + hint);
@@ -80,7 +80,7 @@ void ListEditing::mnuEditScramble_Click() {
 }
 
 void ListEditing::AddName(game::NameList& list, const std::string& text) {
-    const std::string name = oscar::NormalizeName(text);
+    const std::string name = text::NormalizeName(text);
     if (!name.empty()) list.Add(name);
 }
 
@@ -105,7 +105,7 @@ void ListEditing::mnuAddPlayer_Click() {
     const std::string answer =
         dialogs_.Prompt("Who is the new player you want to add?", "New Player", "");
     if (answer.empty()) return;
-    game_.Scores().Insert(oscar::NormalizeName(answer), 0);
+    game_.Scores().Insert(text::NormalizeName(answer), 0);
 }
 
 void ListEditing::mnuRemovePlayer_Click() {
@@ -119,14 +119,14 @@ void ListEditing::mnuEditScore_Click() {
     const std::string answer =
         dialogs_.Prompt("Enter in the new score", "Edit Score for " + name, "");
     // A cancelled prompt or an answer that is no number leaves the score.
-    const std::string trimmed = oscar::TrimSpaces(answer);
-    if (trimmed.empty() || (oscar::LeadingDecimal(trimmed) == 0 &&
+    const std::string trimmed = text::TrimSpaces(answer);
+    if (trimmed.empty() || (text::LeadingDecimal(trimmed) == 0 &&
                             trimmed.find_first_of("0123456789") == std::string::npos)) {
         return;
     }
     const auto current = game_.Scores().ScoreOf(name);
     if (!current) return;
-    const long long wanted = std::clamp(oscar::WholeNumber(trimmed), -2147483647LL, 2147483647LL);
+    const long long wanted = std::clamp(text::WholeNumber(trimmed), -2147483647LL, 2147483647LL);
     const long long difference = std::clamp(wanted - *current, -2147483647LL, 2147483647LL);
     game_.UpdateScore(name, static_cast<std::int32_t>(difference));
 }

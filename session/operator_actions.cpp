@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "game/product.h"
-#include "oscar/text_number.h"
+#include "text/text_number.h"
 
 namespace session {
 
@@ -48,7 +48,7 @@ OperatorActions::OperatorActions(game::Game& game, game::OperatorDialogs& dialog
     : game_(game), dialogs_(dialogs), tmrIdle_(tmrIdle), openUrl_(std::move(openUrl)) {}
 
 std::string OperatorActions::txtSendPause_LostFocus(const std::string& text) {
-    const long long number = oscar::WholeNumber(text);
+    const long long number = text::WholeNumber(text);
     if (number <= 0) {
         dialogs_.ShowMessage("You cannot have a message delay of 0 or less seconds.", "Note",
                              game::MessageKind::Warning);
@@ -65,7 +65,7 @@ std::string OperatorActions::txtSendPause_LostFocus(const std::string& text) {
 }
 
 std::string OperatorActions::txtScoreLimit_LostFocus(const std::string& text) {
-    const long long number = oscar::WholeNumber(text);
+    const long long number = text::WholeNumber(text);
     if (number <= 0) {
         dialogs_.ShowMessage("You cannot have score limit of 0 or less.", "Note",
                              game::MessageKind::Warning);
@@ -77,7 +77,7 @@ std::string OperatorActions::txtScoreLimit_LostFocus(const std::string& text) {
 }
 
 std::string OperatorActions::txtIdleTime_LostFocus(const std::string& text) {
-    const long long number = oscar::WholeNumber(text);
+    const long long number = text::WholeNumber(text);
     if (number <= 0) {
         dialogs_.ShowMessage("You cannot have an idle timer of 0 or less.", "Note",
                              game::MessageKind::Warning);

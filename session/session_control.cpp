@@ -4,8 +4,8 @@
 
 #include "game/product.h"
 #include "game/style.h"
-#include "oscar/text.h"
-#include "oscar/text_number.h"
+#include "text/text.h"
+#include "text/text_number.h"
 
 namespace session {
 
@@ -48,14 +48,14 @@ void SessionControl::SetChatStatus(std::string text) {
 }
 
 void SessionControl::cmdSignOn_Click(const SignOnFields& f) {
-    const std::string sn = oscar::TrimSpaces(f.txtSN);
+    const std::string sn = text::TrimSpaces(f.txtSN);
     if (game_.SignedOn) return Note("You are already signed on!");
     if (sn.empty()) return Note("You must enter in a screenname!");
-    if (oscar::TrimSpaces(f.txtPW).empty()) return Note("You must enter in a password!");
+    if (text::TrimSpaces(f.txtPW).empty()) return Note("You must enter in a password!");
     if (sn.size() < 2) return Note("Screennames must be 2 or more characters long!");
-    if (oscar::TrimSpaces(f.cmbServers).empty()) return Note("You must enter in a server!");
-    if (oscar::TrimSpaces(f.txtPort).empty()) return Note("You must enter in a port to use!");
-    client_.Login(f.txtSN, f.txtPW, oscar::LeadingNumber(f.txtPort), false, false, f.cmbServers);
+    if (text::TrimSpaces(f.cmbServers).empty()) return Note("You must enter in a server!");
+    if (text::TrimSpaces(f.txtPort).empty()) return Note("You must enter in a port to use!");
+    client_.Login(f.txtSN, f.txtPW, text::LeadingNumber(f.txtPort), false, false, f.cmbServers);
     SetInfo("Logging in...");
 }
 
@@ -67,22 +67,21 @@ void SessionControl::cmdSignOff_Click() {
 void SessionControl::cmdJoin_Click(const std::string& txtChat, const std::string& txtEx) {
     if (!game_.SignedOn) return Note("You need to sign on to join a chat!");
     if (!client_.Chat().empty()) return Note("You are already in a chat!");
-    if (oscar::TrimSpaces(txtChat).empty())
-        return Note("You need to enter in a chat name to join!");
-    if (oscar::TrimSpaces(txtEx).empty()) {
+    if (text::TrimSpaces(txtChat).empty()) return Note("You need to enter in a chat name to join!");
+    if (text::TrimSpaces(txtEx).empty()) {
         return Note("You need to enter in the exchange you want to join!");
     }
     SetChatStatus("Joining chat...");
-    client_.JoinChat(txtChat, static_cast<int>(std::min(oscar::LeadingNumber(txtEx), 65535LL)), 0);
+    client_.JoinChat(txtChat, static_cast<int>(std::min(text::LeadingNumber(txtEx), 65535LL)), 0);
 }
 
 void SessionControl::cmdLeave_Click(const std::string& txtChat) {
     if (!game_.SignedOn) return Note("You need to be signed on to join or leave chats.");
     if (client_.Chat().empty()) return Note("You are not in a chat!");
     SetChatStatus("Leaving chat...");
-    const std::string wanted = oscar::NormalizeName(txtChat);
+    const std::string wanted = text::NormalizeName(txtChat);
     for (const oscar::Chats& room : client_.Chat()) {
-        if (oscar::NormalizeName(room.ChatName) == wanted) {
+        if (text::NormalizeName(room.ChatName) == wanted) {
             client_.LeaveChat(room.ChatIndex);
             return;
         }
@@ -90,13 +89,13 @@ void SessionControl::cmdLeave_Click(const std::string& txtChat) {
 }
 
 void SessionControl::cmdSendChat_Click(const std::string& txtSend) {
-    if (oscar::TrimSpaces(txtSend).empty() || client_.Chat().empty()) return;
+    if (text::TrimSpaces(txtSend).empty() || client_.Chat().empty()) return;
     client_.SendChat(client_.Chat().front().ChatIndex, game_.Style().Styled(txtSend));
 }
 
 void SessionControl::cmdSetUser_Click(const std::string& txtUser) {
-    if (oscar::TrimSpaces(txtUser).empty()) return;
-    userName_ = oscar::TrimSpaces(oscar::StripTags(txtUser));
+    if (text::TrimSpaces(txtUser).empty()) return;
+    userName_ = text::TrimSpaces(text::StripTags(txtUser));
     client_.SetProfile(Profile());
 }
 
@@ -171,7 +170,7 @@ void SessionControl::PeopleChanged(int chatIndex, const std::string& screenName,
     }
     std::vector<std::string>& people =
         client_.Chat()[static_cast<std::size_t>(position - 1)].PeopleHere;
-    const std::string name = oscar::NormalizeName(screenName);
+    const std::string name = text::NormalizeName(screenName);
     const auto at = std::find(people.begin(), people.end(), name);
     if (joined && at == people.end()) people.push_back(name);
     if (!joined && at != people.end()) people.erase(at);

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "app/qt_socket_layer.h"
+#include "localserver/oscar_test_server.h"
 #include "oscar/tolsock.h"
 #include "support/qt_wait.h"
 #include "support/recording_events.h"
-#include "support/server/oscar_test_server.h"
 
 namespace {
 

@@ -8,13 +8,13 @@
 
 #include "app/qt_socket_layer.h"
 #include "app/qt_timer.h"
+#include "localserver/oscar_test_server.h"
+#include "localserver/scripted_game.h"
 #include "panel/frm_main.h"
 #include "session/bot.h"
 #include "support/bot_fixture.h"
 #include "support/fake_dialogs.h"
 #include "support/qt_wait.h"
-#include "support/server/oscar_test_server.h"
-#include "support/server/scripted_game.h"
 
 namespace {
 

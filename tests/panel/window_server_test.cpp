@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "game/style.h"
+#include "localserver/oscar_test_server.h"
 #include "support/qt_wait.h"
-#include "support/server/oscar_test_server.h"
 #include "support/window_fixture.h"
 
 namespace {

@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
 
     // The server in a process of its own, so that its memory is not ours.
     QProcess server;
-    server.setProgram(QCoreApplication::applicationDirPath() + "/oscar-test-server");
+    server.setProgram(QStringLiteral(LOCAL_SERVER_PROGRAM));
     server.setArguments({"--port", "0", "--topics", topics, "--chatter", players, "--chatter-ms",
                          chatterMs, "--report", "--seed", "2026"});
     RecordingSockets sockets;

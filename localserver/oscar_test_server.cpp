@@ -1,4 +1,4 @@
-#include "support/server/oscar_test_server.h"
+#include "localserver/oscar_test_server.h"
 
 #include <QRandomGenerator>
 #include <QTcpSocket>
@@ -6,7 +6,7 @@
 
 #include "oscar/encoding.h"
 #include "oscar/login_request.h"
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace testserver {
 
@@ -45,7 +45,7 @@ std::string Value(const oscar::TLVList& tlvs, const char* type) {
 }
 
 std::string RoomKey(const std::string& name, int exchange) {
-    return std::to_string(exchange) + ":" + oscar::NormalizeName(name);
+    return std::to_string(exchange) + ":" + text::NormalizeName(name);
 }
 
 }  // namespace
@@ -77,7 +77,7 @@ quint16 OscarTestServer::MigrationPort() const {
 
 void OscarTestServer::AddAccount(const std::string& screenName, const std::string& password,
                                  const std::string& email) {
-    Account& a = accounts_[oscar::NormalizeName(screenName)];
+    Account& a = accounts_[text::NormalizeName(screenName)];
     a.name = screenName;
     a.password = password;
     a.email = email;
@@ -203,7 +203,7 @@ void OscarTestServer::HandleGreeting(Connection& c, const std::string& payload) 
 void OscarTestServer::HandleAuth(Connection& c, const std::string& key, const std::string& data) {
     const oscar::TLVList tlvs = ParseAll(data);
     const std::string typed = Value(tlvs, "0001");
-    const std::string name = oscar::NormalizeName(typed);
+    const std::string name = text::NormalizeName(typed);
     auto account = accounts_.find(name);
     if (account == accounts_.end() && openSignOn_ && !name.empty()) {
         AddAccount(typed, "", "");
@@ -487,7 +487,7 @@ std::string OscarTestServer::NewCookie(Role role, const std::string& user,
 }
 
 OscarTestServer::Connection* OscarTestServer::Find(const std::string& user, Role role) {
-    const std::string name = oscar::NormalizeName(user);
+    const std::string name = text::NormalizeName(user);
     for (auto& [socket, c] : connections_) {
         if (c.user == name && c.role == role) return &c;
     }
@@ -539,7 +539,7 @@ std::vector<std::string> OscarTestServer::SignedOn() const {
 }
 
 std::string OscarTestServer::Profile(const std::string& screenName) const {
-    auto it = profiles_.find(oscar::NormalizeName(screenName));
+    auto it = profiles_.find(text::NormalizeName(screenName));
     return it == profiles_.end() ? std::string() : it->second;
 }
 

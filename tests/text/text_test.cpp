@@ -1,8 +1,8 @@
-#include "oscar/text.h"
+#include "text/text.h"
 
 #include <gtest/gtest.h>
 
-namespace oscar {
+namespace text {
 namespace {
 
 TEST(StripTags, RemovesEveryClosedTag) {
@@ -39,4 +39,4 @@ TEST(TrimSpaces, TrimsSpacesOnly) {
 }
 
 }  // namespace
-}  // namespace oscar
+}  // namespace text

@@ -1,6 +1,6 @@
-#include "oscar/text.h"
+#include "text/text.h"
 
-namespace oscar {
+namespace text {
 
 namespace {
 
@@ -63,4 +63,4 @@ std::string StripTags(std::string_view text) {
     return out;
 }
 
-}  // namespace oscar
+}  // namespace text

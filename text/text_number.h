@@ -4,15 +4,15 @@
 
 #include <string_view>
 
-namespace oscar {
+namespace text {
 
 // The number made by the leading digits of `text` (after leading spaces),
 // 0 when there are none. Stops before it would overflow.
 long long LeadingNumber(std::string_view text);
 
-}  // namespace oscar
+}  // namespace text
 
-namespace oscar {
+namespace text {
 
 // The leading number of `text` after leading blanks, sign and decimal
 // fraction included ("9.5x" gives 9.5, "-1" gives -1); 0 when the text does
@@ -23,4 +23,4 @@ double LeadingDecimal(std::string_view text);
 // numbers typed by the operator are read ("9.5" gives 10, "2.5" gives 2).
 long long WholeNumber(std::string_view text);
 
-}  // namespace oscar
+}  // namespace text

@@ -1,6 +1,6 @@
-#include "oscar/text_number.h"
+#include "text/text_number.h"
 
-namespace oscar {
+namespace text {
 
 long long LeadingNumber(std::string_view text) {
     std::size_t i = text.find_first_not_of(' ');
@@ -12,11 +12,11 @@ long long LeadingNumber(std::string_view text) {
     return value;
 }
 
-}  // namespace oscar
+}  // namespace text
 
 #include <cmath>
 
-namespace oscar {
+namespace text {
 
 double LeadingDecimal(std::string_view text) {
     std::size_t i = text.find_first_not_of(" \t");
@@ -47,4 +47,4 @@ long long WholeNumber(std::string_view text) {
     return static_cast<long long>(std::nearbyint(LeadingDecimal(text)));
 }
 
-}  // namespace oscar
+}  // namespace text

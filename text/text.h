@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace oscar {
+namespace text {
 
 // Lower case in Windows-1252: A-Z, the accented capitals and the four
 // capitals of the 0x80 row (Š Œ Ž Ÿ).
@@ -23,4 +23,4 @@ std::string NormalizeName(std::string_view text);
 // left as they are.
 std::string StripTags(std::string_view text);
 
-}  // namespace oscar
+}  // namespace text

@@ -1,4 +1,4 @@
-#include "support/server/scripted_game.h"
+#include "localserver/scripted_game.h"
 
 #include <QDir>
 #include <QFile>
@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "game/topic.h"
-#include "oscar/text.h"
+#include "text/text.h"
 
 namespace testserver {
 
@@ -87,8 +87,8 @@ ScriptedGame::ScriptedGame(OscarTestServer& server, std::string room,
                            const std::vector<std::string>& entries, quint64 seed)
     : server_(server), room_(std::move(room)), random_(static_cast<quint32>(seed)) {
     for (const std::string& entry : entries) {
-        const std::string answer = oscar::TrimSpaces(game::SplitEntry(entry).answer);
-        if (!answer.empty()) answers_.push_back({answer, oscar::LowerCase(answer)});
+        const std::string answer = text::TrimSpaces(game::SplitEntry(entry).answer);
+        if (!answer.empty()) answers_.push_back({answer, text::LowerCase(answer)});
     }
     clock_.start();
     server_.AddLineListener([this](const RelayedLine& line) { OnLine(line); });
@@ -120,7 +120,7 @@ bool ScriptedGame::IsScripted(const std::string& name) const {
 }
 
 std::string ScriptedGame::Solve(const std::string& line) const {
-    const std::string text = oscar::LowerCase(oscar::StripTags(line));
+    const std::string text = text::LowerCase(text::StripTags(line));
     if (const auto puzzle = PuzzleAfter(text, "unscramble: ")) {
         const std::string signature = Signature(*puzzle);
         for (const Answer& a : answers_) {
@@ -138,7 +138,7 @@ void ScriptedGame::OnLine(const RelayedLine& line) {
     if (line.room != room_) return;
     if (IsScripted(line.sender)) {
         // A correct answer on its way to the bot starts the clock.
-        if (!current_.empty() && !answeredAt_ && oscar::LowerCase(line.text) == current_) {
+        if (!current_.empty() && !answeredAt_ && text::LowerCase(line.text) == current_) {
             answeredAt_ = clock_.nsecsElapsed() / 1000;
         }
         return;
@@ -160,7 +160,7 @@ void ScriptedGame::OnLine(const RelayedLine& line) {
     const std::string answer = Solve(line.text);
     if (answer.empty()) return;
     ++puzzles_;
-    current_ = oscar::LowerCase(answer);
+    current_ = text::LowerCase(answer);
     answeredAt_.reset();
     // Those who waited too long answer the puzzle before this one now.
     for (const auto& [name, old] : late_) {

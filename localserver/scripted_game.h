@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "support/server/oscar_test_server.h"
+#include "localserver/oscar_test_server.h"
 
 namespace testserver {
 

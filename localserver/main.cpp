@@ -12,9 +12,9 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
+#include "localserver/oscar_test_server.h"
+#include "localserver/scripted_game.h"
 #include "oscar/encoding.h"
-#include "support/server/oscar_test_server.h"
-#include "support/server/scripted_game.h"
 
 namespace {
 
