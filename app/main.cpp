@@ -4,6 +4,7 @@
 #include <QDesktopServices>
 #include <QUrl>
 
+#include "app/qt_clock.h"
 #include "app/qt_dialogs.h"
 #include "app/qt_socket_layer.h"
 #include "app/qt_timer.h"
@@ -14,6 +15,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
 
     QtSocketLayer sockets;
+    QtClock clock;
     QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
     QtDialogs dialogs;
     FrmMain* window = nullptr;
@@ -25,6 +27,9 @@ int main(int argc, char** argv) {
                           if (window) window->ShowTopicPicker();
                       },
                       QCoreApplication::applicationDirPath().toLocal8Bit().toStdString()});
+
+    // Lines wait for the server's rate limits; idle connections get keep-alives.
+    bot.client.SetClock(&clock);
 
     FrmMain frmMain(bot);
     window = &frmMain;

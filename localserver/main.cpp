@@ -5,10 +5,13 @@
 //
 //   oscar-test-server [--port N] [--topics DIR] [--seed S]
 //                     [--chatter N] [--chatter-ms MS] [--report]
+//                     [--rate-divisor N]
 //
 // --chatter adds N players who make small talk every MS milliseconds on
 // average; --report prints every line the bot says (as hex) and the bot's
 // answer times, for the soak run, instead of the room's transcript.
+// --rate-divisor divides every rate level (a flood that takes minutes on a
+// real server takes seconds here; the average works the same).
 #include <QCoreApplication>
 #include <QTextStream>
 
@@ -39,6 +42,7 @@ int main(int argc, char** argv) {
     testserver::OscarTestServer server;
     server.SetOpenSignOn(true);
     server.SetKeepLines(false);
+    server.SetRateDivisor(Option(args, "--rate-divisor", "1").toInt());
     QTextStream out(stdout);
     if (!server.Start(port)) {
         out << "Cannot listen on 127.0.0.1:" << port << " (is another server running?)\n";

@@ -4,6 +4,7 @@
 #include <QTcpSocket>
 #include <algorithm>
 
+#include "oscar/charset.h"
 #include "oscar/encoding.h"
 #include "oscar/login_request.h"
 #include "text/text.h"
@@ -48,9 +49,26 @@ std::string RoomKey(const std::string& name, int exchange) {
     return std::to_string(exchange) + ":" + text::NormalizeName(name);
 }
 
+constexpr int kRateClasses = 5;
+
+// The rate classes of today's servers, levels in milliseconds: id, window,
+// clear, alert, limit, disconnect, max.
+constexpr std::uint32_t kRateTable[kRateClasses][7] = {
+    {1, 80, 2500, 2000, 1500, 800, 6000},  {2, 80, 3000, 2000, 1500, 1000, 6000},
+    {3, 20, 5100, 5000, 4000, 3000, 6000}, {4, 20, 5500, 5300, 4200, 3000, 8000},
+    {5, 10, 5500, 5300, 4200, 3000, 8000},
+};
+
+// What class 1 governs besides everything unlisted; class 2 is the chat line.
+constexpr std::uint32_t kClassOneMembers[] = {
+    0x00010002, 0x00010004, 0x00010006, 0x00010008, 0x0001000E, 0x00010011, 0x00010017, 0x00020002,
+    0x00020004, 0x00020015, 0x00030002, 0x00040002, 0x00040004, 0x00040006, 0x00070002, 0x00070004,
+    0x00090002, 0x000A0002, 0x000D0002, 0x000D0008, 0x00100004, 0x00130002, 0x00130005, 0x00130007};
+
 }  // namespace
 
 OscarTestServer::OscarTestServer(QObject* parent) : QObject(parent) {
+    clock_.start();
     connect(&server_, &QTcpServer::newConnection, this, [this] { Accept(&server_); });
     connect(&migrationServer_, &QTcpServer::newConnection, this,
             [this] { Accept(&migrationServer_); });
@@ -90,6 +108,9 @@ void OscarTestServer::Accept(QTcpServer* server) {
     while (QTcpSocket* socket = server->nextPendingConnection()) {
         Connection& c = connections_[socket];
         c.socket = socket;
+        // A fresh connection starts every class at its maximum.
+        for (int id = 1; id <= kRateClasses; ++id)
+            c.rates.push_back({static_cast<double>(RateClassParams(id).max), clock_.elapsed()});
         socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { Read(socket); });
         connect(socket, &QTcpSocket::disconnected, this, [this, socket] { Closed(socket); });
@@ -153,9 +174,20 @@ void OscarTestServer::Handle(Connection& c, const std::string& frame) {
         c.socket->disconnectFromHost();
         return;
     }
+    if (channel == 5) {
+        ++c.keepAlives;
+        return;
+    }
     if (channel != 2 || payload.size() < 10) return;
     const std::string key = oscar::SnacKey(payload);
     const std::string data = payload.substr(10);
+    if (!Admit(c, key)) return;
+    if (key == "00010017") {
+        for (std::size_t i = 0; i + 4 <= data.size(); i += 4) {
+            if (oscar::ReadWord(data.substr(i)) == 1 && *oscar::ReadWord(data.substr(i + 2)) >= 4)
+                c.longRateClasses = true;
+        }
+    }
     switch (c.role) {
         case Role::Auth:
             HandleAuth(c, key, data);
@@ -239,11 +271,7 @@ void OscarTestServer::HandleBos(Connection& c, const std::string& key, const std
     if (key == "00010017") {
         Frame(c, 2, Snac(0x0001, 0x0018, 1) + data);
     } else if (key == "00010006") {
-        // Five rate classes of 35 bytes (not read by clients that ignore them).
-        std::string classes = Word(5);
-        for (std::uint16_t id = 1; id <= 5; ++id)
-            classes += Word(id) + std::string(33, '\0');
-        Frame(c, 2, Snac(0x0001, 0x0007, 1) + classes);
+        Frame(c, 2, Snac(0x0001, 0x0007, 1) + RateClasses(c));
     } else if (key == "0001000E") {
         Frame(c, 2, Snac(0x0001, 0x000F, 0x0E) + UserInfo(accounts_[c.user].name));
     } else if (key == "00130002") {
@@ -317,11 +345,9 @@ void OscarTestServer::ServiceRequest(Connection& c, const std::string& data) {
 void OscarTestServer::HandleService(Connection& c, const std::string& key,
                                     const std::string& data) {
     if (key == "00010017") {
-        Frame(c, 2,
-              Snac(0x0001, 0x0018, 0x17) + Word(1) + Word(4) +
-                  (c.role == Role::Chat ? Word(0x000E) + Word(1) : std::string()));
+        Frame(c, 2, Snac(0x0001, 0x0018, 0x17) + data);
     } else if (key == "00010006") {
-        Frame(c, 2, Snac(0x0001, 0x0007, 6) + Word(1) + Word(1) + std::string(33, '\0'));
+        Frame(c, 2, Snac(0x0001, 0x0007, 6) + RateClasses(c));
     } else if (key == "00010002") {
         if (c.role == Role::Chat) JoinRoom(c);
     } else if (c.role == Role::ChatNav) {
@@ -385,7 +411,10 @@ void OscarTestServer::JoinRoom(Connection& c) {
 
 void OscarTestServer::HandleChat(Connection& c, const std::string& key, const std::string& data) {
     if (key != "000E0005" || data.size() < 10 || !c.room) return;
-    std::string block = Value(ParseAll(data.substr(10)), "0005");
+    const oscar::TLVList tlvs = ParseAll(data.substr(10));
+    // Only a sender that asks (TLV 0x0006) hears its own line back.
+    const bool reflect = oscar::FindTLV(tlvs, HexToBytes("0006")).has_value();
+    std::string block = Value(tlvs, "0005");
     std::string text = Value(ParseAll(block), "0001");
     std::string sender = accounts_[c.user].name;
     if (text.find("//roll") != std::string::npos) {
@@ -396,15 +425,19 @@ void OscarTestServer::HandleChat(Connection& c, const std::string& key, const st
                std::to_string(QRandomGenerator::global()->bounded(1, 7));
         block = Tlv("0002", "us-ascii") + Tlv("0003", "en") + Tlv("0001", text);
     }
-    Relay(*c.room, sender, block, text);
+    Relay(*c.room, sender, block, reflect ? nullptr : &c);
 }
 
 void OscarTestServer::Relay(Room& room, const std::string& sender, const std::string& messageBlock,
-                            const std::string& text) {
-    Broadcast(room, Snac(0x000E, 0x0006) + std::string(8, '\0') + Word(3) +
-                        Tlv("0003", UserInfo(sender)) + Tlv("0001", "") +
-                        Tlv("0005", messageBlock));
-    const RelayedLine line{room.name, sender, text};
+                            const Connection* except) {
+    Broadcast(room,
+              Snac(0x000E, 0x0006) + std::string(8, '\0') + Word(3) +
+                  Tlv("0003", UserInfo(sender)) + Tlv("0001", "") + Tlv("0005", messageBlock),
+              except);
+    const oscar::TLVList parts = ParseAll(messageBlock);
+    const std::string charset = Value(parts, "0002");
+    const RelayedLine line{room.name, sender, oscar::DecodeChatText(Value(parts, "0001"), charset),
+                           charset};
     if (keepLines_) lines_.push_back(line);
     for (const auto& listener : lineListeners_)
         listener(line);
@@ -471,7 +504,99 @@ void OscarTestServer::PlayerSays(const std::string& roomName, const std::string&
                                  const std::string& text, int exchange) {
     Room* room = FindRoom(roomName, exchange);
     if (!room) return;
-    Relay(*room, name, Tlv("0002", "us-ascii") + Tlv("0003", "en") + Tlv("0001", text), text);
+    Relay(*room, name, Tlv("0002", "us-ascii") + Tlv("0003", "en") + Tlv("0001", text));
+}
+
+void OscarTestServer::PlayerSaysBlock(const std::string& roomName, const std::string& name,
+                                      const std::string& messageBlock, int exchange) {
+    if (Room* room = FindRoom(roomName, exchange)) Relay(*room, name, messageBlock);
+}
+
+oscar::RateClass OscarTestServer::RateClassParams(int id) const {
+    const auto& row = kRateTable[std::clamp(id, 1, kRateClasses) - 1];
+    const auto level = [this](std::uint32_t ms) {
+        return ms / static_cast<std::uint32_t>(rateDivisor_);
+    };
+    return {static_cast<std::uint16_t>(row[0]),
+            row[1],
+            level(row[2]),
+            level(row[3]),
+            level(row[4]),
+            level(row[5]),
+            level(row[6]),
+            level(row[6])};
+}
+
+std::string OscarTestServer::RateFields(const Connection& c, int id) const {
+    const oscar::RateClass k = RateClassParams(id);
+    const Connection::Rate& rate = c.rates[static_cast<std::size_t>(id - 1)];
+    std::string fields =
+        Word(k.id) + oscar::DWord(k.window) + oscar::DWord(k.clear) + oscar::DWord(k.alert) +
+        oscar::DWord(k.limit) + oscar::DWord(k.disconnect) +
+        oscar::DWord(static_cast<std::uint32_t>(rate.average)) + oscar::DWord(k.max);
+    if (c.longRateClasses) {
+        fields += oscar::DWord(static_cast<std::uint32_t>(clock_.elapsed() - rate.last)) +
+                  oscar::MakeByte(rate.limited ? 1 : 0);
+    }
+    return fields;
+}
+
+std::string OscarTestServer::RateClasses(const Connection& c) const {
+    std::string reply = Word(kRateClasses);
+    for (int id = 1; id <= kRateClasses; ++id)
+        reply += RateFields(c, id);
+    reply += Word(1) + Word(std::size(kClassOneMembers));
+    for (std::uint32_t pair : kClassOneMembers)
+        reply += oscar::DWord(pair);
+    reply += Word(2) + Word(1) + oscar::DWord(0x000E0005);
+    for (std::uint16_t id = 3; id <= kRateClasses; ++id)
+        reply += Word(id) + Word(0);
+    return reply;
+}
+
+bool OscarTestServer::Admit(Connection& c, const std::string& key) {
+    const int id = key == "000E0005" ? 2 : 1;
+    const oscar::RateClass k = RateClassParams(id);
+    Connection::Rate& rate = c.rates[static_cast<std::size_t>(id - 1)];
+    const qint64 now = clock_.elapsed();
+    rate.average = std::min<double>(
+        k.max, ((k.window - 1) * rate.average + static_cast<double>(now - rate.last)) / k.window);
+    rate.last = now;
+    const auto notify = [&](std::uint16_t code) {
+        Frame(c, 2, Snac(0x0001, 0x000A) + Word(code) + RateFields(c, id));
+    };
+    if (rate.average < k.disconnect) {
+        ++dropped_;
+        c.socket->abort();
+        return false;
+    }
+    if (rate.limited && rate.average >= k.clear) {
+        rate.limited = rate.alerted = false;
+        notify(4);
+    } else if (!rate.limited && rate.average < k.limit) {
+        rate.limited = true;
+        notify(3);
+    }
+    if (rate.limited) {
+        ++dropped_;
+        return false;
+    }
+    if (!rate.alerted && rate.average < k.alert) {
+        rate.alerted = true;
+        notify(2);
+    } else if (rate.alerted && rate.average >= k.clear) {
+        rate.alerted = false;
+        notify(4);
+    }
+    return true;
+}
+
+int OscarTestServer::KeepAlives(const std::string& screenName, Role role) const {
+    const std::string name = text::NormalizeName(screenName);
+    for (const auto& [socket, c] : connections_) {
+        if (c.user == name && c.role == role) return c.keepAlives;
+    }
+    return 0;
 }
 
 std::string OscarTestServer::NewCookie(Role role, const std::string& user,

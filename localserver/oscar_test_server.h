@@ -3,6 +3,7 @@
 // today's servers run them, with scripted players and faults on request.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTcpServer>
 #include <functional>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "oscar/frame_cutter.h"
+#include "oscar/rate_limiter.h"
 
 class QTcpSocket;
 
@@ -25,6 +27,7 @@ struct RelayedLine {
     std::string room;
     std::string sender;
     std::string text;
+    std::string charset;  // the label of the message block, as sent
 };
 
 class OscarTestServer : public QObject {
@@ -52,6 +55,10 @@ class OscarTestServer : public QObject {
     void RemoveScriptedPlayer(const std::string& room, const std::string& name, int exchange = 4);
     void PlayerSays(const std::string& room, const std::string& name, const std::string& text,
                     int exchange = 4);
+    // A line whose message block (text, character set, language TLVs in any
+    // order) is given whole.
+    void PlayerSaysBlock(const std::string& room, const std::string& name,
+                         const std::string& messageBlock, int exchange = 4);
     // Every line relayed in any room, in order.
     const std::vector<RelayedLine>& Lines() const { return lines_; }
     // Occupants of a room: signed-on users and scripted players.
@@ -63,6 +70,20 @@ class OscarTestServer : public QObject {
     // Forgets the relayed lines kept so far (a long run keeps no history).
     void ForgetLines() { lines_.clear(); }
     void SetKeepLines(bool keep) { keepLines_ = keep; }
+
+    // --- Rate limits ------------------------------------------------------
+    // Every connection has five rate classes; chat lines (000E/0005) count
+    // against class 2, everything else against class 1. Below a class's
+    // alert level the connection gets a 0001/000A warning, below the limit
+    // its SNACs are dropped until the average is back above the clear level,
+    // below the disconnect level it is closed. A divisor above 1 divides
+    // every level (not the window), for tests that flood in seconds.
+    void SetRateDivisor(int divisor) { rateDivisor_ = divisor < 1 ? 1 : divisor; }
+    oscar::RateClass RateClassParams(int id) const;
+    // SNACs dropped for a rate limit so far.
+    int DroppedSnacs() const { return dropped_; }
+    // Channel-5 frames received from the user's connection of `role`.
+    int KeepAlives(const std::string& screenName, Role role) const;
 
     // --- Faults -----------------------------------------------------------
     // The next room request is refused with this subcode.
@@ -104,6 +125,16 @@ class OscarTestServer : public QObject {
         oscar::FrameCutter frames;
         std::uint16_t sequence = 0;
         Room* room = nullptr;
+        // Rate classes 1-5: the moving average and when the last SNAC came.
+        struct Rate {
+            double average = 0;
+            qint64 last = 0;
+            bool alerted = false;
+            bool limited = false;
+        };
+        std::vector<Rate> rates;
+        bool longRateClasses = false;  // the client asked for family 0001 version 4
+        int keepAlives = 0;
     };
     struct Ticket {
         Role role;
@@ -125,7 +156,12 @@ class OscarTestServer : public QObject {
     void ServiceRequest(Connection& c, const std::string& data);
     void JoinRoom(Connection& c);
     void Relay(Room& room, const std::string& sender, const std::string& messageBlock,
-               const std::string& text);
+               const Connection* except = nullptr);
+    // Counts a SNAC against its rate class; false when it is dropped or the
+    // connection was closed for it.
+    bool Admit(Connection& c, const std::string& key);
+    std::string RateClasses(const Connection& c) const;
+    std::string RateFields(const Connection& c, int id) const;
     void Broadcast(Room& room, const std::string& snac, const Connection* except = nullptr);
 
     std::string NewCookie(Role role, const std::string& user, const std::string& roomKey = "");
@@ -147,6 +183,9 @@ class OscarTestServer : public QObject {
     int joinError_ = 0;
     int bosSetups_ = 0;
     int cookieCount_ = 0;
+    int rateDivisor_ = 1;
+    int dropped_ = 0;
+    QElapsedTimer clock_;
     std::map<std::string, std::string> profiles_;
 };
 

@@ -15,18 +15,7 @@ TolSock::TolSock(SocketLayer& sockets) : sockets_(sockets) {
 
 TolSock::~TolSock() {
     sockets_.SetListener(nullptr);
-}
-
-void TolSock::SendPacket(int Index, int intChannel, const std::string& strPacket) {
-    if (!ValidIndex(Index)) return;
-    Connection& c = Conn(Index);
-    if (c.seqNum > 0xFFFF) c.seqNum = 0;
-    const auto sequence = MakeWord(c.seqNum);
-    const auto length = MakeWord(static_cast<long long>(strPacket.size()));
-    // A frame that cannot be built is not written, but its number is used up.
-    ++c.seqNum;
-    if (!sequence || !length) return;
-    sockets_.Send(Index, "*" + MakeByte(intChannel) + *sequence + *length + strPacket);
+    if (clock_) clock_->CancelWake();
 }
 
 void TolSock::OnDataArrival(int index) {
@@ -54,6 +43,7 @@ int TolSock::HighestIndex() const {
 
 void TolSock::Disconnect(int index) {
     sockets_.Close(index);
+    DropQueue(index);
     Connection& c = Conn(index);
     c.cutter.Clear();
     c.cookie.clear();

@@ -1,6 +1,7 @@
 // The requests the program makes of the OSCAR servers.
 #include <algorithm>
 
+#include "oscar/charset.h"
 #include "oscar/tolsock.h"
 #include "text/text.h"
 
@@ -111,13 +112,16 @@ void TolSock::LeaveChat(int lngChatIndex, const std::string& strChatName, int in
 
 void TolSock::SendChat(int intChatIndex, const std::string& strMessage,
                        const std::string& strChatName, int intExchange) {
-    const auto text = Tlv("0001", strMessage);
+    // Labelled with the narrowest character set that holds it, so that
+    // clients which decode the label show the line as it was written.
+    const LabelledText labelled = LabelChatText(strMessage);
+    const auto text = Tlv("0001", labelled.bytes);
     const std::string packet =
         HexToBytes("000E0005000000000005000000000000") + Word(chatCounter_) + HexToBytes("0003") +
         MakeTLV("0001", 2, "") + MakeTLV("0006", 2, "") +
-        (text
-             ? MakeTLV("0005", 2, MakeTLV("0002", 2, "us-ascii") + MakeTLV("0003", 2, "en") + *text)
-             : std::string());
+        (text ? MakeTLV("0005", 2,
+                        MakeTLV("0002", 2, labelled.charset) + MakeTLV("0003", 2, "en") + *text)
+              : std::string());
     // The message cookie counts 0..32000, then starts again at 1.
     if (++chatCounter_ > 32000) chatCounter_ = 1;
     if (!text || packet.size() > 0xFFFF) return;

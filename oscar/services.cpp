@@ -3,6 +3,7 @@
 // user information, e-mail lookup.
 #include <algorithm>
 
+#include "oscar/charset.h"
 #include "oscar/frame_reading.h"
 #include "oscar/tolsock.h"
 #include "text/text.h"
@@ -85,7 +86,10 @@ void TolSock::ParseServiceFrame(int index, const std::string& frame) {
     } else if (key == "00010018") {
         ServiceVersions(index, frame);
     } else if (key == "00010007") {
+        ReadRates(index, frame);
         ServiceRates(index);
+    } else if (key == "0001000A") {
+        RateChange(index, frame);
     } else if (key == "000D0009") {
         ChatNavigationReply(index, frame);
     } else if (key == "000D0001") {
@@ -250,19 +254,15 @@ void TolSock::ChatLine(int index, const std::string& frame) {
     }
     TLVList parts;
     ParseTLVs(information, parts);
-    for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
-        const std::string type = BytesToHex(parts[i]);
-        if (type == "0002") {
-            strChatEncoding_ = parts[i + 1];
-        } else if (type == "0001") {
-            const std::size_t nameLength = ByteAt(senderBlock, 1).value_or(0);
-            const std::string sender(Piece(senderBlock, 2, nameLength));
-            std::string text = parts[i + 1];
-            if (strChatEncoding_ == "unicode-2-0") std::erase(text, '\0');
-            events_->ChatMessage(index, sender, text);
-            return;
-        }
-    }
+    // The character set may come before or after the text; without one the
+    // text is us-ascii, whatever an earlier line was labelled.
+    const auto charset = FindTLV(parts, HexToBytes("0002"));
+    const auto text = FindTLV(parts, HexToBytes("0001"));
+    if (charset) strChatEncoding_ = *charset;
+    if (!text) return;
+    const std::size_t nameLength = ByteAt(senderBlock, 1).value_or(0);
+    const std::string sender(Piece(senderBlock, 2, nameLength));
+    events_->ChatMessage(index, sender, DecodeChatText(*text, charset.value_or("us-ascii")));
 }
 
 void TolSock::IncomingIM(const std::string& frame) {

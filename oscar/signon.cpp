@@ -99,7 +99,10 @@ void TolSock::ParseBosFrame(const std::string& frame) {
         events_->LoginStatus("Requesting Rate Limit Information...");
         SendPacket(0, 2, HexToBytes("00010006000000000001"));
     } else if (key == "00010007") {
+        ReadRates(0, frame);
         RateInformation();
+    } else if (key == "0001000A") {
+        RateChange(0, frame);
     } else if (key == "00040005") {
         strICBMParams_ = std::string(Piece(frame, 17, 16));
     } else if (key == "00090003") {

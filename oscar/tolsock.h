@@ -9,6 +9,8 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,8 +18,10 @@
 #include "oscar/bodies.h"
 #include "oscar/chats.h"
 #include "oscar/client_events.h"
+#include "oscar/clock.h"
 #include "oscar/encoding.h"
 #include "oscar/frame_cutter.h"
+#include "oscar/rate_limiter.h"
 #include "oscar/socket_layer.h"
 
 namespace oscar {
@@ -36,6 +40,21 @@ class TolSock : public SocketListener {
     void SetObserver(ClientEvents* observer) { events_ = observer ? observer : &silent_; }
     // The two sign-on options that pick the capability set sent at sign-on.
     void SetCapabilityOptions(CapabilityOptions options) { capabilities_ = options; }
+    // The time the send queues and the keep-alives run on. Without one
+    // (nullptr, the start) every frame is written at once and no keep-alive
+    // is sent.
+    void SetClock(Clock* clock);
+    // Told how many SNACs wait in the send queue of a connection, whenever
+    // that number changes.
+    void SetQueueObserver(std::function<void(int index, std::size_t waiting)> observer) {
+        queueObserver_ = std::move(observer);
+    }
+    std::size_t Waiting(int index) const {
+        return ValidIndex(index) ? connections_[static_cast<std::size_t>(index)].queue.size() : 0;
+    }
+    // An empty channel-5 frame goes on every connection that has written
+    // nothing for this long.
+    static constexpr std::int64_t kKeepAliveMs = 60000;
 
     // --- Requests ---------------------------------------------------------
     void Login(const std::string& strUser, const std::string& strPassword, long long lngPort,
@@ -62,7 +81,9 @@ class TolSock : public SocketListener {
     void GetBuddyIcon(const std::string& strBuddy, const std::string& strMD5Hash);
 
     // --- Connections ------------------------------------------------------
-    // Frames the payload with the index's next sequence number and writes it.
+    // Frames the payload with the index's next sequence number and writes it;
+    // a SNAC that would take its rate class too low, or that has others
+    // waiting before it, waits in the connection's queue instead.
     void SendPacket(int Index, int intChannel, const std::string& strPacket);
     // Handles one whole incoming frame, header included.
     void ParsePacket(int Index, const std::string& strPacket);
@@ -96,6 +117,11 @@ class TolSock : public SocketListener {
         std::string cookie;
         std::string family;  // 4 hex digits
         TLVList families;    // (family, version) items of the versions reply
+        // Sending: the server's rate classes, the SNACs held back by them,
+        // and when this side last wrote (-1: not since connecting).
+        RateLimiter rates;
+        std::deque<std::string> queue;
+        std::int64_t lastWrite = -1;
     };
 
     struct PendingAdmin {
@@ -110,8 +136,19 @@ class TolSock : public SocketListener {
 
     static bool ValidIndex(int index) { return index >= 0 && index <= kMaxIndex; }
     Connection& Conn(int index) { return connections_[static_cast<std::size_t>(index)]; }
+    const Connection& Conn(int index) const {
+        return connections_[static_cast<std::size_t>(index)];
+    }
     int HighestIndex() const;
     void Disconnect(int index);
+    // The send queue and the keep-alives, in send_queue.cpp.
+    void Write(int index, int channel, const std::string& payload);
+    void ReadRates(int index, const std::string& frame);
+    void RateChange(int index, const std::string& frame);
+    void DropQueue(int index);
+    void OnClock();
+    void Reschedule();
+    void QueueChanged(int index);
     void OpenServiceConnection(const TLVList& tlvs);
     void SendServiceRequest(const char* familyHex);
     void SendRoomRequest(int index);
@@ -164,6 +201,9 @@ class TolSock : public SocketListener {
     ClientEvents silent_;
     ClientEvents* events_ = &silent_;
     CapabilityOptions capabilities_;
+    Clock* clock_ = nullptr;
+    std::optional<std::int64_t> wakeAt_;
+    std::function<void(int, std::size_t)> queueObserver_;
 
     std::array<Connection, kMaxIndex + 1> connections_;
     std::vector<Chats> chat_;

@@ -148,14 +148,14 @@ TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSet) {
               (std::vector<std::string>{"ChatMessage(3, Ann, Hi)",
                                         "ChatMessage(3, Ann, " + HexToBytes("00480069") + ")"}));
 
-    // A character set named in an earlier packet stays in force.
-    sockets.Deliver(3, ChatLineFrame("Ann", "x", "unicode-2-0"));
+    // A packet without a character set is us-ascii, whatever came before.
+    sockets.Deliver(3, ChatLineFrame("Ann", "xy", "unicode-2-0"));
     events.Take();
     sockets.Deliver(3,
                     Frame(2, HexToBytes("000E00060000000000000000000000000000"
                                         "0003") +
                                  MakeTLV("0003", 2, UserRecord("Bob")) +
-                                 MakeTLV("0005", 2, MakeTLV("0001", 2, HexToBytes("004F004B")))));
+                                 MakeTLV("0005", 2, MakeTLV("0001", 2, "OK"))));
     EXPECT_EQ(events.Take(), std::vector<std::string>{"ChatMessage(3, Bob, OK)"});
 
     // Markup arrives as sent; a packet without text says nothing.

@@ -19,6 +19,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "app/qt_clock.h"
 #include "app/qt_socket_layer.h"
 #include "app/qt_timer.h"
 #include "oscar/encoding.h"
@@ -147,6 +148,7 @@ int main(int argc, char** argv) {
     }
     testing_support::FakeDialogs dialogs;
     QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
+    QtClock clock;  // outlives the bot, whose client holds it
     session::Bot bot({sockets,
                       tmrMsgPause,
                       tmrIdle,
@@ -157,6 +159,7 @@ int main(int argc, char** argv) {
                       {},
                       {},
                       folder.Path()});
+    bot.client.SetClock(&clock);
     FrmMain window(bot);
     window.show();
 
