@@ -31,7 +31,10 @@ SessionControl::SessionControl(oscar::TolSock& client, game::Game& game,
       commands_(commands),
       console_(console),
       dialogs_(dialogs),
-      profileHeader_(BuildProfileHeader()) {}
+      profileHeader_(BuildProfileHeader()) {
+    client_.SetQueueObserver(
+        [this](int index, std::size_t waiting) { SendQueueChanged(index, waiting); });
+}
 
 void SessionControl::Note(const std::string& text) {
     dialogs_.ShowMessage(text, "Note", game::MessageKind::Warning);
@@ -200,6 +203,19 @@ void SessionControl::UpdateUserList(int intChatIndex) {
 void SessionControl::ChatMessage(int intChatIndex, const std::string& strScreenname,
                                  const std::string& strMessage) {
     commands_.ChatMessage(intChatIndex, strScreenname, strMessage);
+}
+
+void SessionControl::SendQueueChanged(int intChatIndex, std::size_t waiting) {
+    if (waiting > 0 && !holding_ && RoomPosition(intChatIndex) != 0) {
+        holding_ = true;
+        console_.AppendLine("(Lines are waiting to stay under the server's rate limit...)");
+    } else if (waiting == 0 && holding_) {
+        holding_ = false;
+        // The room's connection closing empties its queue too.
+        console_.AppendLine(RoomPosition(intChatIndex) != 0
+                                ? "(All waiting lines have been sent.)"
+                                : "(The waiting lines were lost with the room's connection.)");
+    }
 }
 
 }  // namespace session

@@ -28,6 +28,9 @@ class SessionControl : public oscar::ClientEvents {
   public:
     SessionControl(oscar::TolSock& client, game::Game& game, game::ChatCommands& commands,
                    game::Console& console, game::OperatorDialogs& dialogs);
+    ~SessionControl() override { client_.SetQueueObserver(nullptr); }
+    SessionControl(const SessionControl&) = delete;
+    SessionControl& operator=(const SessionControl&) = delete;
 
     // --- Operator actions -------------------------------------------------
     void cmdSignOn_Click(const SignOnFields& fields);
@@ -71,6 +74,10 @@ class SessionControl : public oscar::ClientEvents {
     void UserLeftChat(int intChatIndex, const std::string& strScreenname) override;
     void ChatMessage(int intChatIndex, const std::string& strScreenname,
                      const std::string& strMessage) override;
+    // The client's send queue of a connection changed: the console says when
+    // room lines start waiting for the server's rate limit and when they
+    // have all gone.
+    void SendQueueChanged(int intChatIndex, std::size_t waiting);
 
   private:
     void Note(const std::string& text);
@@ -96,6 +103,7 @@ class SessionControl : public oscar::ClientEvents {
     std::string userName_ = "Unknown";
     std::string profileHeader_;
     std::function<void()> changed_;
+    bool holding_ = false;  // room lines wait in the send queue
 };
 
 // The profile's fixed part, built once at start.

@@ -151,11 +151,10 @@ TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSet) {
     // A packet without a character set is us-ascii, whatever came before.
     sockets.Deliver(3, ChatLineFrame("Ann", "xy", "unicode-2-0"));
     events.Take();
-    sockets.Deliver(3,
-                    Frame(2, HexToBytes("000E00060000000000000000000000000000"
-                                        "0003") +
-                                 MakeTLV("0003", 2, UserRecord("Bob")) +
-                                 MakeTLV("0005", 2, MakeTLV("0001", 2, "OK"))));
+    sockets.Deliver(3, Frame(2, HexToBytes("000E00060000000000000000000000000000"
+                                           "0003") +
+                                    MakeTLV("0003", 2, UserRecord("Bob")) +
+                                    MakeTLV("0005", 2, MakeTLV("0001", 2, "OK"))));
     EXPECT_EQ(events.Take(), std::vector<std::string>{"ChatMessage(3, Bob, OK)"});
 
     // Markup arrives as sent; a packet without text says nothing.

@@ -1,0 +1,124 @@
+// The rate classes as the server announces them, and the pacing they give.
+#include "oscar/rate_limiter.h"
+
+#include <gtest/gtest.h>
+
+#include "oscar/encoding.h"
+
+namespace {
+
+using oscar::HexToBytes;
+using oscar::RateLimiter;
+
+// Two classes: 1 (window 80, clear 2500, alert 2000, limit 1500, disconnect
+// 800, current 6000, max 6000) and 2, the chat class (window 80, clear 3000,
+// alert 2000, limit 1500, disconnect 1000, current 6000, max 6000); class 1
+// governs 0001/0002, class 2 governs 000E/0005.
+const char* kClassesHex =
+    "0002"
+    "0001"
+    "00000050000009C4000007D0000005DC0000032000001770"
+    "00001770";
+const char* kChatClassHex =
+    "0002"
+    "00000050"
+    "00000BB8000007D0000005DC000003E80000177000001770";
+const char* kMembersHex =
+    "0001000100010002"
+    "00020001000E0005";
+
+std::string Classes(const std::string& tail1, const std::string& tail2) {
+    return HexToBytes(std::string(kClassesHex) + tail1 + kChatClassHex + tail2 + kMembersHex);
+}
+
+TEST(RateLimiter, ReadsShortAndLongClassesAndRefusesBrokenLists) {
+    for (const auto& [tail, what] : {std::pair<std::string, const char*>{"", "30-byte classes"},
+                                     {"0000000000", "35-byte classes"}}) {
+        RateLimiter rates;
+        ASSERT_TRUE(rates.ReadClasses(Classes(tail, tail), 0)) << what;
+        const oscar::RateClass* chat = rates.ClassOf(0x000E, 0x0005);
+        ASSERT_NE(chat, nullptr) << what;
+        EXPECT_EQ(chat->id, 2);
+        EXPECT_EQ(chat->clear, 3000u);
+        EXPECT_EQ(chat->disconnect, 1000u);
+        EXPECT_EQ(rates.ClassOf(0x0001, 0x0002)->id, 1) << what;
+        // A SNAC no class lists never waits.
+        EXPECT_EQ(rates.ClassOf(0x0004, 0x0006), nullptr);
+        EXPECT_EQ(rates.Wait(0x0004, 0x0006, 0), 0);
+    }
+    RateLimiter rates;
+    ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));
+    for (const std::string& broken : {std::string(), HexToBytes("0005"),
+                                      Classes("", "").substr(0, 68), Classes("", "") + "x"}) {
+        EXPECT_FALSE(rates.ReadClasses(broken, 0));
+    }
+    // What was read before stays.
+    EXPECT_NE(rates.ClassOf(0x000E, 0x0005), nullptr);
+}
+
+TEST(RateLimiter, ABurstGoesUntilTheAverageNearsTheAlertLevelThenLinesAreSpaced) {
+    RateLimiter rates;
+    ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));
+    // From 6000, each line at once takes the average down by 1/80; the 70th
+    // would take it below 2500, halfway from alert to clear.
+    int burst = 0;
+    while (rates.Wait(0x000E, 0x0005, 0) == 0 && burst < 1000) {
+        rates.Sent(0x000E, 0x0005, 0);
+        ++burst;
+    }
+    EXPECT_EQ(burst, 69);
+    // 6000 * (79/80)^69 = 2518.90; the gap that keeps 2500 is
+    // 80 * 2500 - 79 * 2518.90 = 1006.7 ms.
+    EXPECT_EQ(rates.Wait(0x000E, 0x0005, 0), 1007);
+    EXPECT_EQ(rates.Wait(0x000E, 0x0005, 1000), 7);
+    // Steady state: the average never goes below the floor, so never near
+    // the alert level, and the gaps settle at the floor.
+    std::int64_t now = 0;
+    double average = 0;
+    for (int line = 0; line < 500; ++line) {
+        now += rates.Wait(0x000E, 0x0005, now);
+        rates.Sent(0x000E, 0x0005, now);
+        rates.ClassOf(0x000E, 0x0005, &average);
+        ASSERT_GE(average, 2500.0) << line;
+    }
+    EXPECT_NEAR(static_cast<double>(rates.Wait(0x000E, 0x0005, now)), 2500.0, 10.0);
+    // Class 1 was not touched by any of it.
+    EXPECT_EQ(rates.Wait(0x0001, 0x0002, 0), 0);
+}
+
+TEST(RateLimiter, AWarningSlowsTheClassUntilItClears) {
+    RateLimiter rates;
+    ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));
+    // Warning (code 2) for class 2: the server counts the average at 1900.
+    const std::string warning = HexToBytes(
+        "0002"
+        "0002"
+        "00000050"
+        "00000BB8000007D0000005DC000003E8"
+        "0000076C"
+        "000017700000000000");
+    rates.ReadChange(warning, 5000);
+    double average = 0;
+    rates.ClassOf(0x000E, 0x0005, &average);
+    EXPECT_EQ(average, 1900.0);
+    // Below the floor already: each line waits the clear level, so each one
+    // raises the average.
+    std::int64_t now = 5000;
+    for (int line = 0; line < 20; ++line) {
+        const std::int64_t wait = rates.Wait(0x000E, 0x0005, now);
+        EXPECT_GE(wait, 3000) << line;
+        now += wait;
+        rates.Sent(0x000E, 0x0005, now);
+        const double before = average;
+        rates.ClassOf(0x000E, 0x0005, &average);
+        EXPECT_GT(average, before);
+    }
+    // Cleared (code 4) with the average back at 6000: lines go at once again.
+    std::string clear = warning;
+    clear[1] = 4;
+    clear[26] = 0x17, clear[27] = 0x70;
+    rates.ReadChange(clear, now);
+    EXPECT_EQ(rates.Wait(0x000E, 0x0005, now), 0);
+}
+
+}  // namespace

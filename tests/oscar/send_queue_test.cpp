@@ -1,0 +1,150 @@
+// The send queue and the keep-alives, on fake sockets and fake time.
+#include <gtest/gtest.h>
+
+#include "support/client_fixture.h"
+#include "support/fake_clock.h"
+
+namespace oscar {
+namespace {
+
+using namespace std::string_literals;
+using testing_support::EnterFakeRoom;
+using testing_support::FakeClock;
+using testing_support::SnacFrame;
+
+class SendQueueTest : public testing_support::ClientTest {
+  protected:
+    SendQueueTest() {
+        client.SetClock(&clock);
+        client.SetQueueObserver([this](int index, std::size_t waiting) {
+            observed.push_back(std::to_string(index) + ":" + std::to_string(waiting));
+        });
+    }
+    ~SendQueueTest() override { client.SetClock(nullptr); }
+
+    // The room on index 2 with one rate class for chat lines: window 10,
+    // clear 3000, alert 2000, limit 1500, disconnect 1000, current and max
+    // 6000 (30-byte class, members 000E/0005).
+    void EnterRoomWithChatClass() {
+        EnterFakeRoom(sockets, client, 2);
+        sockets.Deliver(2, SnacFrame("00010007000000000000"
+                                     "0001"
+                                     "0002"
+                                     "0000000A00000BB8000007D0000005DC000003E80000177000001770"
+                                     "00020001000E0005"));
+        sockets.written.clear();
+    }
+
+    // The texts of the chat lines written on `index` so far, in order, and
+    // whether their sequence numbers ran on one by one.
+    std::vector<std::string> LinesWritten(int index, bool* consecutive = nullptr) {
+        std::vector<std::string> texts;
+        int last = -1;
+        if (consecutive) *consecutive = true;
+        for (const auto& [i, frame] : sockets.written) {
+            if (i != index || frame.size() < 16 || SnacKey(frame.substr(6)) != "000E0005") continue;
+            const int sequence = *ReadWord(frame.substr(2));
+            if (consecutive && last >= 0 && sequence != last + 1) *consecutive = false;
+            last = sequence;
+            texts.push_back(frame.substr(frame.size() - 7));
+        }
+        return texts;
+    }
+
+    FakeClock clock;
+    std::vector<std::string> observed;
+};
+
+TEST_F(SendQueueTest, LinesWaitForTheirRateClassAndGoInOrder) {
+    SignOn();
+    EnterRoomWithChatClass();
+    std::vector<std::string> sent;
+    for (int i = 10; i < 22; ++i) {
+        sent.push_back("line " + std::to_string(i));
+        client.SendChat(2, sent.back());
+    }
+    // 6000 * 0.9^n stays above 2777.8 for n = 0..7: eight lines go at once,
+    // the ninth needs 10 * 2500 - 9 * 6000 * 0.9^8 = 1754.8 ms.
+    EXPECT_EQ(LinesWritten(2).size(), 8u);
+    EXPECT_EQ(client.Waiting(2), 4u);
+    EXPECT_EQ(observed.front(), "2:1");
+    // Other connections are not held up.
+    client.SetIdle(0);
+    EXPECT_EQ(sockets.written.back().first, 0);
+    clock.Advance(1754);
+    EXPECT_EQ(LinesWritten(2).size(), 8u);
+    clock.Advance(1);
+    EXPECT_EQ(LinesWritten(2).size(), 9u);
+    clock.Advance(20000);
+    bool consecutive = false;
+    EXPECT_EQ(LinesWritten(2, &consecutive), sent);
+    EXPECT_TRUE(consecutive);
+    EXPECT_EQ(observed.back(), "2:0");
+
+    // A warning (with an optional block before it, as servers send it):
+    // class 2 at 1900. The next line waits the clear level.
+    sockets.written.clear();
+    sockets.Deliver(2, SnacFrame("0001000A800000000000"
+                                 "0006000100020003"
+                                 "0002"
+                                 "0002"
+                                 "0000000A00000BB8000007D0000005DC000003E8"
+                                 "0000076C"
+                                 "00001770"));
+    client.SendChat(2, "later 1");
+    clock.Advance(2999);
+    EXPECT_TRUE(LinesWritten(2).empty());
+    clock.Advance(1);
+    EXPECT_EQ(LinesWritten(2), std::vector<std::string>{"later 1"});
+}
+
+TEST_F(SendQueueTest, ALostConnectionTakesItsQueueAlong) {
+    EnterRoomWithChatClass();
+    for (int i = 0; i < 10; ++i)
+        client.SendChat(2, "line " + std::to_string(i));
+    ASSERT_EQ(client.Waiting(2), 2u);
+    sockets.Fail(2);
+    EXPECT_EQ(client.Waiting(2), 0u);
+    EXPECT_EQ(observed.back(), "2:0");
+    sockets.written.clear();
+    clock.Advance(100000);
+    EXPECT_TRUE(LinesWritten(2).empty());
+}
+
+TEST_F(SendQueueTest, IdleConnectionsGetAnEmptyChannelFiveFrameEveryMinute) {
+    SignOn();
+    EnterRoomWithChatClass();
+    client.SendChat(2, "a line");  // the room's last write: 30 s after the BOS's
+    clock.Advance(30000);
+    client.SendChat(2, "b line");
+    sockets.written.clear();
+
+    const auto keepAlives = [this](int index) {
+        int count = 0;
+        for (const auto& [i, frame] : sockets.written) {
+            // '*', channel 5, any sequence number, length 0.
+            if (i == index && frame.size() == 6 && frame[1] == 5 && frame.substr(4) == "\0\0"s)
+                ++count;
+        }
+        return count;
+    };
+    clock.Advance(29999);
+    EXPECT_EQ(keepAlives(0), 0);
+    clock.Advance(1);
+    EXPECT_EQ(keepAlives(0), 1);
+    EXPECT_EQ(keepAlives(2), 0);
+    clock.Advance(30000);
+    EXPECT_EQ(keepAlives(2), 1);
+    clock.Advance(60000 * 5);
+    EXPECT_EQ(keepAlives(0), 6);
+    EXPECT_EQ(keepAlives(2), 6);
+    // A closed connection gets none.
+    client.CloseSock(2);
+    sockets.written.clear();
+    clock.Advance(60000 * 3);
+    EXPECT_EQ(keepAlives(2), 0);
+    EXPECT_EQ(keepAlives(0), 3);
+}
+
+}  // namespace
+}  // namespace oscar
