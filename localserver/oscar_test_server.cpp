@@ -563,6 +563,7 @@ bool OscarTestServer::Admit(Connection& c, const std::string& key) {
         k.max, ((k.window - 1) * rate.average + static_cast<double>(now - rate.last)) / k.window);
     rate.last = now;
     const auto notify = [&](std::uint16_t code) {
+        rateNotices_.push_back(code);
         Frame(c, 2, Snac(0x0001, 0x000A) + Word(code) + RateFields(c, id));
     };
     if (rate.average < k.disconnect) {

@@ -82,6 +82,8 @@ class OscarTestServer : public QObject {
     oscar::RateClass RateClassParams(int id) const;
     // SNACs dropped for a rate limit so far.
     int DroppedSnacs() const { return dropped_; }
+    // The codes of the 0001/000A notices sent (2 warning, 3 limited, 4 clear).
+    const std::vector<int>& RateNotices() const { return rateNotices_; }
     // Channel-5 frames received from the user's connection of `role`.
     int KeepAlives(const std::string& screenName, Role role) const;
 
@@ -185,6 +187,7 @@ class OscarTestServer : public QObject {
     int cookieCount_ = 0;
     int rateDivisor_ = 1;
     int dropped_ = 0;
+    std::vector<int> rateNotices_;
     QElapsedTimer clock_;
     std::map<std::string, std::string> profiles_;
 };
