@@ -100,59 +100,14 @@ TEST_F(WindowTest, ListsOpenTheirMenuOnTheRightButtonOnly) {
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
-TEST_F(WindowTest, SignOnJoinAndLeaveRefuseWithTheirTexts) {
-    ConnectionPanel& c = *window.connection;
-    auto signOn = [&](const QString& sn, const QString& pw, const QString& server,
-                      const QString& port) {
-        c.txtSN->setText(sn);
-        c.txtPW->setText(pw);
-        c.cmbServers->setEditText(server);
-        c.txtPort->setText(port);
-        QTest::mouseClick(c.cmdSignOn, Qt::LeftButton);
-    };
-    signOn("", "", "h", "1");
-    signOn("bot", " ", "h", "1");
-    signOn("  b  ", "pw", "h", "1");
-    signOn("bot", "pw", " ", "1");
-    signOn("bot", "pw", "h", "");
-    EXPECT_EQ(MessageTexts(),
-              (std::vector<std::string>{
-                  "You must enter in a screenname!", "You must enter in a password!",
-                  "Screennames must be 2 or more characters long!", "You must enter in a server!",
-                  "You must enter in a port to use!"}));
-    for (const auto& m : dialogs.messages) {
-        EXPECT_EQ(m.title, "Note");
-        EXPECT_EQ(m.kind, game::MessageKind::Warning);
-    }
-    dialogs.messages.clear();
-
+TEST_F(WindowTest, SessionButtonsReachTheSession) {
+    QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
     QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
     QTest::mouseClick(window.chats->cmdLeave, Qt::LeftButton);
     EXPECT_EQ(MessageTexts(),
-              (std::vector<std::string>{"You need to sign on to join a chat!",
+              (std::vector<std::string>{"You must enter in a screenname!",
+                                        "You need to sign on to join a chat!",
                                         "You need to be signed on to join or leave chats."}));
-    dialogs.messages.clear();
-
-    // Signed on (as the client reports it): the remaining refusals.
-    bot.session.LoggedIn("bot", "", "");
-    EXPECT_EQ(c.lblInfo->text(), "Online!");
-    signOn("", "", "", "");
-    window.chats->txtChat->setText("  ");
-    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
-    window.chats->txtChat->setText("Lobby");
-    window.chats->txtEx->setText(" ");
-    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
-    QTest::mouseClick(window.chats->cmdLeave, Qt::LeftButton);
-    EXPECT_EQ(
-        MessageTexts(),
-        (std::vector<std::string>{
-            "You are already signed on!", "You need to enter in a chat name to join!",
-            "You need to enter in the exchange you want to join!", "You are not in a chat!"}));
-
-    // Letters for an exchange pass the checks as exchange 0.
-    window.chats->txtEx->setText("ab");
-    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
-    EXPECT_EQ(window.chats->lblChatStatus->text(), "Joining chat...");
 }
 
 TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
