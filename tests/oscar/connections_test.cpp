@@ -197,42 +197,29 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
                    ", Connection to chat Name: Lobby, Exchange: 4, Instance: 0 has been lost.)"}));
     EXPECT_TRUE(client.Chat().empty());
 
-    const int nav = client.ChatNavIndex();
-    sockets.Fail(admin);
-    sockets.Fail(icon);
-    sockets.Fail(email);
-    sockets.Fail(nav);
-    sockets.Fail(42);
-    EXPECT_EQ(events.Take(),
-              (Lines{"ConnectionLost(" + std::to_string(admin) +
-                         ", Connection to the admin server has been lost.)",
-                     "ConnectionLost(" + std::to_string(icon) +
-                         ", Connection to the buddy icon server has been lost.)",
-                     "ConnectionLost(" + std::to_string(email) +
-                         ", Connection to the email server has been lost.)",
-                     "ConnectionLost(" + std::to_string(nav) +
-                         ", Connection to the chat navigation server has been lost.)",
-                     "ConnectionLost(42, Connection to sock index 42 has been lost.)"}));
+    const std::pair<int, std::string> roles[] = {
+        {admin, "the admin server"}, {icon, "the buddy icon server"},
+        {email, "the email server"}, {client.ChatNavIndex(), "the chat navigation server"},
+        {42, "sock index 42"},       {0, "the main BOS server"}};
+    for (const auto& [index, name] : roles) {
+        sockets.Fail(index);
+        EXPECT_EQ(events.Take(), Lines{"ConnectionLost(" + std::to_string(index) +
+                                       ", Connection to " + name + " has been lost.)"});
+    }
     EXPECT_EQ(client.AdminIndex(), 0);
     EXPECT_EQ(client.ChatNavIndex(), 0);
-
-    sockets.Fail(0);
-    EXPECT_EQ(events.Take(),
-              (Lines{"ConnectionLost(0, Connection to the main BOS server has been lost.)"}));
 }
 
 TEST_F(ConnectionsTest, LeaveChatByIndexRaisesLeftChatPerRoomAndClosesOnce) {
     sockets.Create(2);
     sockets.Create(3);
-    Chats a, b, c;
-    a.ChatName = "One";
-    a.ChatIndex = 2;
-    b.ChatName = "Two";
-    b.ChatIndex = 3;
-    c.ChatName = "Three";
-    c.ChatIndex = 2;
-    client.Chat() = {a, b, c};
-
+    auto room = [](const char* name, int index) {
+        Chats c;
+        c.ChatName = name;
+        c.ChatIndex = index;
+        return c;
+    };
+    client.Chat() = {room("One", 2), room("Two", 3), room("Three", 2)};
     client.LeaveChat(2);
     EXPECT_EQ(events.Take(), (Lines{"LeftChat(One, 0, 0, 2)", "LeftChat(Three, 0, 0, 2)"}));
     EXPECT_EQ(sockets.sockets[2].closes, 1);
