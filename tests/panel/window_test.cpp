@@ -113,40 +113,31 @@ TEST_F(WindowTest, SessionButtonsReachTheSession) {
 TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
     MainGamePanel& g = *window.mainGame;
     dialogs.yesNoAnswers = {true, false};
-    LeaveField(g.txtSendPause, "5");
-    EXPECT_EQ(bot.game.SendPause, 5);
-    EXPECT_EQ(g.txtSendPause->text(), "5");
-    LeaveField(g.txtSendPause, "5");
-    EXPECT_EQ(g.txtSendPause->text(), "10");
-    EXPECT_EQ(bot.game.SendPause, 5) << "No keeps the previous value";
-    ASSERT_EQ(dialogs.questions.size(), 2u);
-    EXPECT_EQ(dialogs.questions[0].title, "Warning!");
-    EXPECT_EQ(dialogs.questions[0].text,
-              "It is not recommended that you use a timer lower than 10 seconds. The bot may rate "
-              "if you do. Do you still wish to use this time?");
-    LeaveField(g.txtSendPause, "9.5");
-    EXPECT_EQ(bot.game.SendPause, 10);
-    EXPECT_EQ(dialogs.questions.size(), 2u) << "9.5 is above 9: no question";
-    LeaveField(g.txtSendPause, "0");
-    EXPECT_EQ(g.txtSendPause->text(), "10");
-
-    LeaveField(g.txtScoreLimit, "abc");
-    EXPECT_EQ(g.txtScoreLimit->text(), "15");
-    EXPECT_EQ(bot.game.ScoreLimit, 15);
-    LeaveField(g.txtScoreLimit, "7");
-    EXPECT_EQ(bot.game.ScoreLimit, 7);
-    LeaveField(g.txtScoreLimit, "0");
-    EXPECT_EQ(bot.game.ScoreLimit, 15);
-
     tmrIdle.Enable();
-    const int starts = tmrIdle.starts;
-    LeaveField(g.txtIdleTime, "-1");
-    EXPECT_EQ(g.txtIdleTime->text(), "10");
-    EXPECT_EQ(bot.game.IdleTime, 30);
-    LeaveField(g.txtIdleTime, g.txtIdleTime->text());
-    EXPECT_EQ(bot.game.IdleTime, 10);
-    EXPECT_EQ(tmrIdle.starts, starts + 1) << "a running idle timer starts a fresh interval";
-
+    // Field, text typed, text shown after, the game's value after.
+    const struct {
+        QLineEdit* field;
+        const char* typed;
+        const char* shown;
+        const int& value;
+        int expected;
+    } cases[] = {{g.txtSendPause, "5", "5", bot.game.SendPause, 5},   // below 10: Yes keeps it
+                 {g.txtSendPause, "5", "10", bot.game.SendPause, 5},  // No: the field is reset only
+                 {g.txtSendPause, "9.5", "9.5", bot.game.SendPause, 10},  // above 9: no question
+                 {g.txtSendPause, "0", "10", bot.game.SendPause, 10},
+                 {g.txtScoreLimit, "abc", "15", bot.game.ScoreLimit, 15},
+                 {g.txtScoreLimit, "7", "7", bot.game.ScoreLimit, 7},
+                 {g.txtScoreLimit, "0", "15", bot.game.ScoreLimit, 15},
+                 {g.txtIdleTime, "-1", "10", bot.game.IdleTime, 30},
+                 {g.txtIdleTime, "10", "10", bot.game.IdleTime, 10}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.field->objectName().toStdString() + " " + c.typed);
+        LeaveField(c.field, c.typed);
+        EXPECT_EQ(c.field->text(), c.shown);
+        EXPECT_EQ(c.value, c.expected);
+    }
+    EXPECT_EQ(dialogs.questions.size(), 2u);
+    EXPECT_EQ(tmrIdle.starts, 2) << "a running idle timer starts a fresh interval";
     EXPECT_EQ(MessageTexts(),
               (std::vector<std::string>{"You cannot have a message delay of 0 or less seconds.",
                                         "You cannot have score limit of 0 or less.",
