@@ -35,8 +35,8 @@ TEST(LoginRequest, CarriesThirteenTLVsInOrder) {
                                  HexToBytes("004C0000") + HexToBytes("0003002D") +
                                  "AOL Instant Messenger, version 5.5.3599/WIN32" +
                                  HexToBytes(
-                                     "00160002006D001700020005001800020005001900020000001A00020E0F0"
-                                     "01400040000010A000F0002656E000E00027573004A000101");
+                                     "00160002006D001700020005001800020005001900020000001A00020E0F"
+                                     "001400040000010A000F0002656E000E00027573004A000101");
     EXPECT_EQ(BytesToHex(request), BytesToHex(expected));
 }
 
