@@ -9,6 +9,8 @@
 namespace files {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 using testing_support::BotTest;
 
 class TopicFilesTest : public BotTest {
@@ -19,8 +21,8 @@ class TopicFilesTest : public BotTest {
         dialogs.promptAnswers = {name};
         bot.topicFiles.cmdLoadTopic_Click();
     }
-    std::vector<std::string> Names() {
-        std::vector<std::string> names;
+    Lines Names() {
+        Lines names;
         for (const auto& t : bot.game.Lists().Topics())
             names.push_back(t.GetTopic());
         return names;
@@ -49,7 +51,7 @@ TEST_F(TopicFilesTest, LoadsNonEmptyLinesVerbatim) {
 
     const auto& topics = bot.game.Lists().Topics();
     ASSERT_EQ(topics.size(), 1u);
-    EXPECT_EQ(topics[0].GetAllWords(), (std::vector<std::string>{"cat,A pet", "dog", "  "}));
+    EXPECT_EQ(topics[0].GetAllWords(), (Lines{"cat,A pet", "dog", "  "}));
     EXPECT_EQ(topics[0].GetDir(), path);
 }
 
@@ -61,14 +63,12 @@ TEST_F(TopicFilesTest, NamePromptRefusesDuplicatesBlanksAndColons) {
     Load(folder.Write("z.txt", "z\r\n"), "a:b");
     dialogs.fileAnswers = {folder.Write("w.txt", "w\r\n")};
     bot.topicFiles.cmdLoadTopic_Click();  // the prompt is cancelled
-    EXPECT_EQ(Names(), (std::vector<std::string>{"Animals", "Food", "Topic #3", "Topic #4", "ab",
-                                                 "Topic #6"}));
+    EXPECT_EQ(Names(), (Lines{"Animals", "Food", "Topic #3", "Topic #4", "ab", "Topic #6"}));
     EXPECT_EQ(
         Messages(),
-        (std::vector<std::string>{
-            "Note: A topic with this name already exists. It has been renamed to Topic #3!",
-            "Note: A topic with this name already exists. It has been renamed to Topic #4!",
-            "Note: A topic with this name already exists. It has been renamed to Topic #6!"}));
+        (Lines{"Note: A topic with this name already exists. It has been renamed to Topic #3!",
+               "Note: A topic with this name already exists. It has been renamed to Topic #4!",
+               "Note: A topic with this name already exists. It has been renamed to Topic #6!"}));
     EXPECT_EQ(bot.game.Lists().lstData().Rows(), Names());
 }
 
@@ -80,8 +80,7 @@ TEST_F(TopicFilesTest, MissingFilesAndCancelledDialogsAreHandled) {
 
     Load(folder.File("gone.txt"), "x");
     Load(folder.Path(), "a folder is no file");
-    EXPECT_EQ(Messages(), (std::vector<std::string>{"Error: Failed to load topic!",
-                                                    "Error: Failed to load topic!"}));
+    EXPECT_EQ(Messages(), (Lines{"Error: Failed to load topic!", "Error: Failed to load topic!"}));
     EXPECT_EQ(bot.errors.At(0), "Failed to load topic from directory '" + folder.Path() + "'!");
     EXPECT_TRUE(bot.game.Lists().Topics().empty());
     EXPECT_TRUE(dialogs.prompts.empty()) << "nothing is asked for a file that is not there";
@@ -98,7 +97,7 @@ TEST_F(TopicFilesTest, LineEndsAndEightBitTextSurvive) {
         high.push_back(static_cast<char>(b));
     Load(folder.Write("mixed.txt", "one\rtwo\r\nthree\nfour," + high), "Mixed");
     const auto words = bot.game.Lists().Topics()[0].GetAllWords();
-    EXPECT_EQ(words, (std::vector<std::string>{"one", "two", "three", "four," + high}));
+    EXPECT_EQ(words, (Lines{"one", "two", "three", "four," + high}));
 
     bot.game.Lists().AddTopicList("mixed");
     dialogs.fileAnswers = {folder.File("saved.txt")};
@@ -112,8 +111,8 @@ TEST_F(TopicFilesTest, LineEndsAndEightBitTextSurvive) {
 
 TEST_F(TopicFilesTest, SavingAnEmptyListIsRefused) {
     bot.topicFiles.cmdSaveList_Click();
-    EXPECT_EQ(Messages(), std::vector<std::string>{"Note: There is no list to save!"});
-    EXPECT_EQ(bot.errors.Rows(), std::vector<std::string>{"There is no list to save!"});
+    EXPECT_EQ(Messages(), Lines{"Note: There is no list to save!"});
+    EXPECT_EQ(bot.errors.Rows(), Lines{"There is no list to save!"});
     EXPECT_TRUE(dialogs.fileRequests.empty());
 }
 
@@ -129,11 +128,9 @@ TEST_F(TopicFilesTest, MergesEitherWayRound) {
         ASSERT_EQ(topics.size(), 1u);
         EXPECT_EQ(topics[0].GetTopic(), foodFirst ? "food" : "ANIMALS");
         EXPECT_EQ(topics[0].GetDir(), folder.File(foodFirst ? "food.txt" : "animals.txt"));
-        EXPECT_EQ(topics[0].GetAllWords(), foodFirst
-                                               ? (std::vector<std::string>{"fig", "ant", "bee"})
-                                               : (std::vector<std::string>{"ant", "bee", "fig"}));
-        EXPECT_EQ(bot.game.Lists().lstData().Rows(),
-                  std::vector<std::string>{topics[0].GetTopic()});
+        EXPECT_EQ(topics[0].GetAllWords(),
+                  foodFirst ? (Lines{"fig", "ant", "bee"}) : (Lines{"ant", "bee", "fig"}));
+        EXPECT_EQ(bot.game.Lists().lstData().Rows(), Lines{topics[0].GetTopic()});
     }
     const auto& prompts = dialogs.prompts;
     EXPECT_EQ(prompts[prompts.size() - 3].defaultText, "Animals");
@@ -153,12 +150,11 @@ TEST_F(TopicFilesTest, MergeRefusals) {
     bot.topicFiles.cmdMerge_Click();
     dialogs.promptAnswers = {"animals", " Ani Mals"};
     bot.topicFiles.cmdMerge_Click();
-    EXPECT_EQ(
-        bot.errors.Rows(),
-        (std::vector<std::string>{
-            "There are not enough topics to merge!", "You need to enter in a topic name to merge!",
-            "The topic 'cars' was not found!", "You need to enter in a second topic name to merge!",
-            "You cannot merge the same topic!"}));
+    EXPECT_EQ(bot.errors.Rows(), (Lines{"There are not enough topics to merge!",
+                                        "You need to enter in a topic name to merge!",
+                                        "The topic 'cars' was not found!",
+                                        "You need to enter in a second topic name to merge!",
+                                        "You cannot merge the same topic!"}));
     EXPECT_EQ(bot.game.Lists().Topics().size(), 2u);
 }
 
@@ -168,8 +164,7 @@ TEST_F(TopicFilesTest, AutoLoadTakesTheNameAsGiven) {
     bot.topicFiles.AutoLoadTopic(" ", folder.File("t.txt"));
     ASSERT_EQ(bot.game.Lists().Topics().size(), 1u);
     EXPECT_EQ(bot.game.Lists().Topics()[0].GetTopic(), " My Topic ");
-    EXPECT_EQ(bot.errors.Rows(),
-              std::vector<std::string>{"Failed to auto load topic 'Gone' from directory '" +
+    EXPECT_EQ(bot.errors.Rows(), Lines{"Failed to auto load topic 'Gone' from directory '" +
                                        folder.File("gone.txt") + "'!"});
     EXPECT_TRUE(dialogs.messages.empty());
 }

@@ -130,17 +130,18 @@ TEST(HintWord, MasksAboutHalfAndKeepsTheShape) {
 
 TEST(MakePuzzle, WritesTheLineForEachMode) {
     RandomSource random(7);
-    EXPECT_EQ(MakePuzzle("a,first letter", false, 0, random).line,
-              "Unscramble: a (Hint: first letter)");
-    EXPECT_EQ(MakePuzzle("a,first letter", false, 1, random).line,
-              "Fill in the blank:  _  (Hint: first letter)");
-    EXPECT_EQ(MakePuzzle("a", false, 0, random).line, "Unscramble: a");
-    EXPECT_EQ(MakePuzzle("a,", false, 0, random).line, "Unscramble: a (Hint: )");
-    EXPECT_EQ(MakePuzzle(",only a hint", false, 0, random).line,
-              "Unscramble:  (Hint: only a hint)");
-    EXPECT_EQ(MakePuzzle(",only a hint", false, 1, random).line,
-              "Fill in the blank:  _  (Hint: only a hint)");
-
+    const struct {
+        const char* entry;
+        int mode;
+        const char* line;
+    } cases[] = {{"a,first letter", 0, "Unscramble: a (Hint: first letter)"},
+                 {"a,first letter", 1, "Fill in the blank:  _  (Hint: first letter)"},
+                 {"a", 0, "Unscramble: a"},
+                 {"a,", 0, "Unscramble: a (Hint: )"},
+                 {",only a hint", 0, "Unscramble:  (Hint: only a hint)"},
+                 {",only a hint", 1, "Fill in the blank:  _  (Hint: only a hint)"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(MakePuzzle(c.entry, false, c.mode, random).line, c.line);
     const Puzzle spaced = MakePuzzle("  z ,hint, more ", false, 0, random);
     EXPECT_EQ(spaced.answer, "  z ") << "the pending answer is kept untrimmed";
     EXPECT_EQ(spaced.line, "Unscramble: z (Hint: hint, more )");

@@ -5,8 +5,10 @@
 namespace game {
 namespace {
 
-std::vector<std::string> Names(const ScoreTable& table) {
-    std::vector<std::string> names;
+using Lines = std::vector<std::string>;
+
+Lines Names(const ScoreTable& table) {
+    Lines names;
     for (const auto& e : table.Ranking())
         names.push_back(e.name + ":" + std::to_string(e.score));
     return names;
@@ -25,10 +27,10 @@ ScoreTable TableOf(const std::vector<std::pair<std::string, int>>& scores) {
 TEST(ArrangeScores, RanksHighestFirstInTheDocumentedOrder) {
     std::vector<ScoreEntry> entries = {{"a", 1}, {"b", 2}, {"c", 1}, {"d", 3}};
     ArrangeScores(entries);
-    std::vector<std::string> ranked;
+    Lines ranked;
     for (const auto& e : entries)
         ranked.push_back(e.name);
-    EXPECT_EQ(ranked, (std::vector<std::string>{"d", "b", "c", "a"}));
+    EXPECT_EQ(ranked, (Lines{"d", "b", "c", "a"}));
 
     entries = {{"x", 1}, {"y", 1}, {"z", 1}};
     ArrangeScores(entries);
@@ -42,12 +44,12 @@ TEST(UpdateScore, MovesTheScorerToTheEndBeforeRanking) {
     // b moves to the end (a c d b) and the passes carry it forward, leaving
     // the ones behind it reversed: b d c a.
     table.UpdateScore("b", 1);
-    EXPECT_EQ(Names(table), (std::vector<std::string>{"b:2", "d:1", "c:1", "a:1"}));
+    EXPECT_EQ(Names(table), (Lines{"b:2", "d:1", "c:1", "a:1"}));
     // a ties b and stays behind it.
     table.UpdateScore("a", 1);
-    EXPECT_EQ(Names(table), (std::vector<std::string>{"b:2", "a:2", "c:1", "d:1"}));
+    EXPECT_EQ(Names(table), (Lines{"b:2", "a:2", "c:1", "d:1"}));
     table.UpdateScore("d", -5);
-    EXPECT_EQ(Names(table), (std::vector<std::string>{"b:2", "a:2", "c:1", "d:-4"}));
+    EXPECT_EQ(Names(table), (Lines{"b:2", "a:2", "c:1", "d:-4"}));
 }
 
 TEST(UpdateScore, ChangesOnlyThePlayersOwnRow) {
@@ -55,10 +57,10 @@ TEST(UpdateScore, ChangesOnlyThePlayersOwnRow) {
     table.AddPlayer("bobby");
     table.AddPlayer("bob");
     table.UpdateScore("bob", 1);
-    EXPECT_EQ(table.lstPlayers().Rows(), (std::vector<std::string>{"bobby - 1", "bob - 2"}));
+    EXPECT_EQ(table.lstPlayers().Rows(), (Lines{"bobby - 1", "bob - 2"}));
     table.UpdateScore("bobby", 4);
-    EXPECT_EQ(table.lstPlayers().Rows(), (std::vector<std::string>{"bobby - 5", "bob - 2"}));
-    EXPECT_EQ(Names(table), (std::vector<std::string>{"bobby:5", "bob:2"}));
+    EXPECT_EQ(table.lstPlayers().Rows(), (Lines{"bobby - 5", "bob - 2"}));
+    EXPECT_EQ(Names(table), (Lines{"bobby:5", "bob:2"}));
 
     EXPECT_FALSE(table.UpdateScore("nobody", 1));
     EXPECT_FALSE(table.AddPlayer(""));

@@ -10,7 +10,9 @@
 namespace game {
 namespace {
 
-TopicClass MakeTopic(const std::string& name, std::vector<std::string> words) {
+using Lines = std::vector<std::string>;
+
+TopicClass MakeTopic(const std::string& name, Lines words) {
     TopicClass topic;
     topic.SetTopicName(name);
     topic.SetDirectory("/topics/" + name + ".txt");
@@ -39,25 +41,24 @@ TEST(TopicEntry, SplitsAtTheFirstCommaOnly) {
 TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
     lists.AddLoadedTopic(MakeTopic("Animals", {"cat"}));
     lists.AddLoadedTopic(MakeTopic(" Star Wars ", {"yoda", "han solo,pilot"}));
-    std::vector<std::string> labels;
+    Lines labels;
     lists.SetTopicLabelObserver([&labels](const std::string& t) { labels.push_back(t); });
     EXPECT_EQ(lists.lblCurrentTopic(), "None");
     EXPECT_EQ(lists.CurrentTopic(), "[None]");
-    EXPECT_EQ(lists.lstData().Rows(), (std::vector<std::string>{"Animals", "Star Wars"}));
+    EXPECT_EQ(lists.lstData().Rows(), (Lines{"Animals", "Star Wars"}));
 
     lists.AddTopicList("starwars");
     EXPECT_EQ(lists.CurrentTopic(), "Star Wars");
     EXPECT_EQ(lists.lblCurrentTopic(), "Star Wars");
     lists.SetPosition(1);
     lists.AddTopicList("STAR WARS");
-    EXPECT_EQ(lists.lstWords().Rows(),
-              (std::vector<std::string>{"yoda", "han solo,pilot", "yoda", "han solo,pilot"}));
+    EXPECT_EQ(lists.lstWords().Rows(), (Lines{"yoda", "han solo,pilot", "yoda", "han solo,pilot"}));
     EXPECT_EQ(lists.Position(), 1) << "appending keeps the position";
 
     lists.AddTopicList("not loaded");
     EXPECT_EQ(lists.CurrentTopic(), "");
     EXPECT_EQ(lists.lstWords().Count(), 4);
-    EXPECT_EQ(labels, (std::vector<std::string>{"Star Wars", "Star Wars", ""}));
+    EXPECT_EQ(labels, (Lines{"Star Wars", "Star Wars", ""}));
 }
 
 TEST_F(WordListsTest, ClearListAndClearAllLeaveTheOtherAlone) {
@@ -87,13 +88,13 @@ TEST_F(WordListsTest, RemovalMatchesEveryEntryWithTheKey) {
     lists.AddTopicList("star wars");
 
     lists.ListRemoveTopic("STARWARS");
-    EXPECT_EQ(lists.lstData().Rows(), (std::vector<std::string>{"Food"}));
+    EXPECT_EQ(lists.lstData().Rows(), (Lines{"Food"}));
     EXPECT_EQ(lists.Topics().size(), 3u);
 
     lists.RemoveTopic("Star Wars");
     ASSERT_EQ(lists.Topics().size(), 1u);
     EXPECT_EQ(lists.Topics()[0].GetTopic(), "Food");
-    EXPECT_EQ(lists.lstWords().Rows(), (std::vector<std::string>{"yoda"}))
+    EXPECT_EQ(lists.lstWords().Rows(), (Lines{"yoda"}))
         << "removing a topic leaves its entries on the scramble list";
 
     lists.RemoveTopic("unknown");
@@ -106,7 +107,7 @@ TEST_F(WordListsTest, AddTopicRefusesWhenNothingIsLoaded) {
     EXPECT_EQ(dialogs.messages[0].text, "There are no topics loaded to add!");
     EXPECT_EQ(dialogs.messages[0].title, "Note");
     EXPECT_EQ(dialogs.messages[0].kind, MessageKind::Warning);
-    EXPECT_EQ(errors.Rows(), (std::vector<std::string>{"There are no topics loaded to add!"}));
+    EXPECT_EQ(errors.Rows(), (Lines{"There are no topics loaded to add!"}));
     EXPECT_EQ(pickerOpened, 0);
 
     lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
@@ -122,12 +123,12 @@ TEST_F(WordListsTest, SendToListUsesTheSelectedLoadedTopic) {
     EXPECT_TRUE(lists.lstWords().Empty());
     lists.lstData().Select(1);
     lists.cmdSendToList_Click();
-    EXPECT_EQ(lists.lstWords().Rows(), (std::vector<std::string>{"red", "blue"}));
+    EXPECT_EQ(lists.lstWords().Rows(), (Lines{"red", "blue"}));
     EXPECT_EQ(lists.CurrentTopic(), "Colours");
 }
 
 TEST_F(WordListsTest, ShuffleKeepsTheEntriesAndSelectsNone) {
-    std::vector<std::string> words;
+    Lines words;
     for (int i = 0; i < 50; ++i)
         words.push_back("w" + std::to_string(i));
     lists.AddLoadedTopic(MakeTopic("Many", words));
@@ -136,7 +137,7 @@ TEST_F(WordListsTest, ShuffleKeepsTheEntriesAndSelectsNone) {
     RandomSource random(3);
     lists.cmdRandomize_Click(random);
     EXPECT_EQ(lists.Position(), -1);
-    std::vector<std::string> shuffled = lists.lstWords().Rows();
+    Lines shuffled = lists.lstWords().Rows();
     EXPECT_NE(shuffled, words);
     std::sort(shuffled.begin(), shuffled.end());
     std::sort(words.begin(), words.end());
@@ -149,10 +150,10 @@ TEST_F(WordListsTest, ShuffleKeepsTheEntriesAndSelectsNone) {
 
 TEST(Shuffle, EveryOrderOfFourIsAboutEquallyLikely) {
     RandomSource random(12345);
-    std::map<std::vector<std::string>, int> orders;
+    std::map<Lines, int> orders;
     constexpr int kRuns = 24000;
     for (int i = 0; i < kRuns; ++i) {
-        std::vector<std::string> rows = {"a", "b", "c", "d"};
+        Lines rows = {"a", "b", "c", "d"};
         ShuffleRows(rows, random);
         ++orders[rows];
     }

@@ -8,6 +8,8 @@
 namespace oscar {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 using testing_support::ChatLineFrame;
 using testing_support::ClientTest;
 using testing_support::Frame;
@@ -20,7 +22,7 @@ using ChatRoomsTest = ClientTest;
 TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
     SignOn();
     client.JoinChat("  Word Games ", 4, 9);
-    EXPECT_EQ(sockets.TakePayloads(0), std::vector<std::string>{"00010004000000000001000D"});
+    EXPECT_EQ(sockets.TakePayloads(0), Lines{"00010004000000000001000D"});
 
     // Navigation: redirect, greeting with its cookie, setup.
     sockets.Deliver(
@@ -30,56 +32,28 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
     ASSERT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{1, "nav.example.net:5193"}));
     EXPECT_EQ(sockets.Tag(1), "[Chat_Navigation]connecting");
     sockets.Deliver(1, Greeting());
-    sockets.Deliver(1, SnacFrame("00010003000000000000"
-                                 "0001000D"));
-    sockets.Deliver(1, SnacFrame("00010018000000000000"
-                                 "00010004000D0001"));
-    sockets.Deliver(1, SnacFrame("00010007000000000000"
-                                 "0001"));
+    sockets.Deliver(1, SnacFrame("000100030000000000000001000D"));
+    sockets.Deliver(1, SnacFrame("0001001800000000000000010004000D0001"));
+    sockets.Deliver(1, SnacFrame("000100070000000000000001"));
     EXPECT_EQ(sockets.Tag(1), "[Chat_Navigation]connected");
-    sockets.Deliver(1, SnacFrame("000D0009000000000000"
-                                 "000200010A"));
-    EXPECT_EQ(sockets.TakePayloads(1),
-              (std::vector<std::string>{"00000001"
-                                        "0006"
-                                        "0009"
-                                        "4E4156434F4F4B4945",
-                                        "00010017000000000017", "00010006000000000006",
-                                        "0001000800000000000800010002000300040005",
-                                        "000D0002000000000002",
-                                        "00010002000000000001"
-                                        "00010004001008E5"
-                                        "000D0001001008E5",
-                                        "0001000200000000000100010004001008E5000D0001001008E5",
-                                        "000D0008000000000008"
-                                        "0004"
-                                        "06637265617465"
-                                        "0009"
-                                        "010003"
-                                        "00D6"
-                                        "0008"
-                                        "75732D6173636969"
-                                        "00D3"
-                                        "000A"
-                                        "576F72642047616D6573"
-                                        "00D7"
-                                        "0002"
-                                        "656E"}));
+    sockets.Deliver(1, SnacFrame("000D0009000000000000000200010A"));
+    EXPECT_EQ(
+        sockets.TakePayloads(1),
+        (Lines{"00000001000600094E4156434F4F4B4945", "00010017000000000017", "00010006000000000006",
+               "0001000800000000000800010002000300040005", "000D0002000000000002",
+               "0001000200000000000100010004001008E5000D0001001008E5",
+               "0001000200000000000100010004001008E5000D0001001008E5",
+               "000D0008000000000008000406637265617465000901000300D6000875732D617363696900D3000A"
+               "576F72642047616D657300D70002656E"}));
 
     // The room block names the cookie; the service request carries the
-    // pending exchange, that cookie and instance 00 00.
+    // pending exchange (not the block's), that cookie and instance 00 00.
     sockets.Deliver(1, Frame(2, HexToBytes("000D0009000000000000") +
                                     MakeTLV("0004", 2,
-                                            HexToBytes("0004") + MakeTLV("", 1, "4-0-Word Games") +
-                                                HexToBytes("0009"
-                                                           "02"))));
-    EXPECT_EQ(sockets.TakePayloads(0),
-              std::vector<std::string>{"00010004000000000001000E"
-                                       "0001"
-                                       "0013"
-                                       "0004"
-                                       "0E" +
-                                       BytesToHex("4-0-Word Games") + "0000"});
+                                            HexToBytes("0005") + MakeTLV("", 1, "4-0-Word Games") +
+                                                HexToBytes("000902"))));
+    EXPECT_EQ(sockets.TakePayloads(0), Lines{"00010004000000000001000E0001001300040E" +
+                                             BytesToHex("4-0-Word Games") + "0000"});
 
     // The chat server: its setup makes the room's record.
     sockets.Deliver(
@@ -88,35 +62,25 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
                         MakeTLV("0006", 2, "CHATCOOKIE")));
     EXPECT_EQ(sockets.Tag(2), "[Chat]connecting");
     sockets.Deliver(2, Greeting());
-    sockets.Deliver(2, SnacFrame("00010003000000000000"
-                                 "0001000E"));
-    sockets.Deliver(2, SnacFrame("00010018000000000000"
-                                 "00010004000E0001"));
-    sockets.Deliver(2, SnacFrame("00010007000000000000"
-                                 "0001"));
+    sockets.Deliver(2, SnacFrame("000100030000000000000001000E"));
+    sockets.Deliver(2, SnacFrame("0001001800000000000000010004000E0001"));
+    sockets.Deliver(2, SnacFrame("000100070000000000000001"));
     ASSERT_EQ(client.Chat().size(), 1u);
     EXPECT_EQ(client.Chat()[0].ChatName, "Word Games");
     EXPECT_EQ(client.Chat()[0].ChatIndex, 2);
     EXPECT_EQ(sockets.TakePayloads(2).back(),
-              "00010002000000000001"
-              "00010004001008E5"
-              "000E0001001008E5");
+              "0001000200000000000100010004001008E5000E0001001008E5");
     EXPECT_TRUE(events.log.empty()) << "nothing is reported until the room information";
 
-    // Room information: a 20-byte cookie, max length 04 00, max people 00 64.
+    // Room information: a 20-byte cookie, max length 04 00, max people 01 64
+    // (its low byte counts).
     const std::string cookie = "4-1234-Word Games!!!";
     ASSERT_EQ(cookie.size(), 20u);
-    sockets.Deliver(
-        2, Frame(2, HexToBytes("000E0002000000000000"
-                               "0004") +
-                        MakeTLV("", 1, cookie) +
-                        HexToBytes("0000"
-                                   "02"
-                                   "0003") +
-                        MakeTLV("006A", 2, "Word Games") + MakeTLV("00D1", 2, HexToBytes("0400")) +
-                        MakeTLV("00D2", 2, HexToBytes("0064"))));
-    EXPECT_EQ(events.Take(),
-              std::vector<std::string>{"JoinedChat(Word Games, 4, 9, 2, 100, 1024)"});
+    sockets.Deliver(2, Frame(2, HexToBytes("000E00020000000000000004") + MakeTLV("", 1, cookie) +
+                                    HexToBytes("0000020003") + MakeTLV("006A", 2, "Word Games") +
+                                    MakeTLV("00D1", 2, HexToBytes("0400")) +
+                                    MakeTLV("00D2", 2, HexToBytes("0164"))));
+    EXPECT_EQ(events.Take(), Lines{"JoinedChat(Word Games, 4, 9, 2, 100, 1024)"});
     const Chats& room = client.Chat()[0];
     EXPECT_EQ(room.Cookie, cookie);
     EXPECT_EQ(room.DetailLevel, 2);
@@ -125,97 +89,75 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
     EXPECT_EQ(sockets.Tag(2), "[Chat]connected");
 
     // Occupants, each record with TLVs to skip.
-    sockets.Deliver(2, Frame(2, HexToBytes("000E0003000000000000") + MakeTLV("", 1, "Ann") +
-                                    HexToBytes("0000"
-                                               "0001") +
-                                    MakeTLV("0001", 2, HexToBytes("0010")) + UserRecord("Bob") +
-                                    MakeTLV("", 1, "Cat Z") +
-                                    HexToBytes("0000"
-                                               "0002") +
-                                    MakeTLV("0001", 2, HexToBytes("0010")) +
-                                    MakeTLV("000F", 2, HexToBytes("00000001"))));
+    sockets.Deliver(
+        2, Frame(2, HexToBytes("000E0003000000000000") + MakeTLV("", 1, "Ann") +
+                        HexToBytes("00000001") + MakeTLV("0001", 2, HexToBytes("0010")) +
+                        UserRecord("Bob") + MakeTLV("", 1, "Cat Z") + HexToBytes("00000002") +
+                        MakeTLV("0001", 2, HexToBytes("0010")) +
+                        MakeTLV("000F", 2, HexToBytes("00000001"))));
     sockets.Deliver(2, Frame(2, HexToBytes("000E0004000000000000") + UserRecord("Bob")));
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{"UserJoinedChat(2, Ann)", "UserJoinedChat(2, Bob)",
-                                        "UserJoinedChat(2, Cat Z)", "UserLeftChat(2, Bob)"}));
+    EXPECT_EQ(events.Take(), (Lines{"UserJoinedChat(2, Ann)", "UserJoinedChat(2, Bob)",
+                                    "UserJoinedChat(2, Cat Z)", "UserLeftChat(2, Bob)"}));
 }
 
 TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSet) {
     sockets.Create(3);
     sockets.Deliver(3, ChatLineFrame("Ann", HexToBytes("00480069"), "unicode-2-0"));
     sockets.Deliver(3, ChatLineFrame("Ann", HexToBytes("00480069"), "us-ascii"));
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{"ChatMessage(3, Ann, Hi)",
-                                        "ChatMessage(3, Ann, " + HexToBytes("00480069") + ")"}));
+    EXPECT_EQ(events.Take(), (Lines{"ChatMessage(3, Ann, Hi)",
+                                    "ChatMessage(3, Ann, " + HexToBytes("00480069") + ")"}));
 
     // A packet without a character set is us-ascii, whatever came before.
     sockets.Deliver(3, ChatLineFrame("Ann", "xy", "unicode-2-0"));
     events.Take();
-    sockets.Deliver(3, Frame(2, HexToBytes("000E00060000000000000000000000000000"
-                                           "0003") +
+    sockets.Deliver(3, Frame(2, HexToBytes("000E000600000000000000000000000000000003") +
                                     MakeTLV("0003", 2, UserRecord("Bob")) +
                                     MakeTLV("0005", 2, MakeTLV("0001", 2, "OK"))));
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"ChatMessage(3, Bob, OK)"});
+    EXPECT_EQ(events.Take(), Lines{"ChatMessage(3, Bob, OK)"});
 
     // Markup arrives as sent; a packet without text says nothing.
     sockets.Deliver(3, ChatLineFrame("Ann", "<b>bold</b> &amp;"));
-    sockets.Deliver(3, Frame(2, HexToBytes("000E00060000000000000000000000000000"
-                                           "0003") +
+    sockets.Deliver(3, Frame(2, HexToBytes("000E000600000000000000000000000000000003") +
                                     MakeTLV("0003", 2, UserRecord("Bob")) +
                                     MakeTLV("0005", 2, MakeTLV("0002", 2, "us-ascii"))));
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"ChatMessage(3, Ann, <b>bold</b> &amp;)"});
+    EXPECT_EQ(events.Take(), Lines{"ChatMessage(3, Ann, <b>bold</b> &amp;)"});
 }
 
 TEST_F(ChatRoomsTest, JoinFailuresAreReported) {
     SignOn();
     sockets.Create(1);
-    sockets.Deliver(1, Frame(2, HexToBytes("000D0001000000000000"
-                                           "0002") +
+    sockets.Deliver(1, Frame(2, HexToBytes("000D00010000000000000002") +
                                     MakeTLV("0008", 2, HexToBytes("0012"))));
-    sockets.Deliver(1, Frame(2, HexToBytes("000D0001000000000000"
-                                           "0002") +
+    sockets.Deliver(1, Frame(2, HexToBytes("000D00010000000000000002") +
                                     MakeTLV("0008", 2, HexToBytes("0033")) +
                                     MakeTLV("0008", 2, HexToBytes("0099"))));
     EXPECT_EQ(
         events.Take(),
-        (std::vector<std::string>{
-            "Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
-            "18, 0, 0002)",
-            "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
-            "Error(Join chat failed, unknown error., 153, 0, 0002)"}));
+        (Lines{"Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
+               "18, 0, 0002)",
+               "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
+               "Error(Join chat failed, unknown error., 153, 0, 0002)"}));
 
     // The BOS connection's generic error, with and without an optional block.
-    sockets.Deliver(0, Frame(2, HexToBytes("00010001000000000000"
-                                           "000E") +
+    sockets.Deliver(0, Frame(2, HexToBytes("00010001000000000000000E") +
                                     MakeTLV("0008", 2, HexToBytes("0018"))));
-    sockets.Deliver(0, Frame(2, HexToBytes("00010001800000000000"
-                                           "0003"
-                                           "AABBCC"
-                                           "0004") +
+    sockets.Deliver(0, Frame(2, HexToBytes("000100018000000000000003AABBCC0004") +
                                     MakeTLV("0008", 2, HexToBytes("002E"))));
-    sockets.Deliver(0,
-                    Frame(2, HexToBytes("00010001000000000000"
-                                        "0005") +
-                                 MakeTLV("0001", 2, "") + MakeTLV("0008", 2, HexToBytes("004A"))));
-    sockets.Deliver(0, Frame(2, HexToBytes("00010001000000000000"
-                                           "0005") +
+    sockets.Deliver(0, Frame(2, HexToBytes("000100010000000000000005") + MakeTLV("0001", 2, "") +
+                                    MakeTLV("0008", 2, HexToBytes("004A"))));
+    sockets.Deliver(0, Frame(2, HexToBytes("000100010000000000000005") +
                                     MakeTLV("0008", 2, HexToBytes("0077"))));
     EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{
-                  "Error(Join chat failed, full., 24, 0, 000E)",
-                  "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
-                  "Error(Unknown Error., 119, 0, 0005)"}))
+              (Lines{"Error(Join chat failed, full., 24, 0, 000E)",
+                     "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
+                     "Error(Unknown Error., 119, 0, 0005)"}))
         << "only the first TLV of a generic error is looked at";
 }
 
 TEST_F(ChatRoomsTest, RoomInformationWithoutARoomIsIgnored) {
     sockets.Create(5);
-    sockets.Deliver(5, Frame(2, HexToBytes("000E0002000000000000"
-                                           "0004") +
-                                    MakeTLV("", 1, "c") +
-                                    HexToBytes("0000"
-                                               "02"
-                                               "0000")));
+    sockets.Deliver(5, Frame(2, HexToBytes("000E00020000000000000004") + MakeTLV("", 1, "c") +
+                                    HexToBytes("0000020000")));
     EXPECT_TRUE(events.log.empty());
     EXPECT_TRUE(client.Chat().empty());
 }
@@ -225,8 +167,7 @@ TEST_F(ChatRoomsTest, ASignOffFrameOnARoomLeavesIt) {
     const int room = JoinRoom("Lobby", 4);
     events.Take();
     sockets.Deliver(room, Frame(4, ""));
-    EXPECT_EQ(events.Take(),
-              std::vector<std::string>{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")"});
+    EXPECT_EQ(events.Take(), Lines{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")"});
     EXPECT_TRUE(client.Chat().empty());
 }
 

@@ -7,6 +7,8 @@
 namespace oscar {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 using testing_support::ChatLineFrame;
 using testing_support::ClientTest;
 using testing_support::Frame;
@@ -20,12 +22,8 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
     client.SendPacket(0, 2, HexToBytes("00010002"));
     client.SendPacket(0, 1, HexToBytes("00000001"));
     ASSERT_EQ(sockets.written.size(), 2u);
-    EXPECT_EQ(BytesToHex(sockets.written[0].second),
-              "2A02000000040001"
-              "0002");
-    EXPECT_EQ(BytesToHex(sockets.written[1].second),
-              "2A01000100040000"
-              "0001");
+    EXPECT_EQ(BytesToHex(sockets.written[0].second), "2A020000000400010002");
+    EXPECT_EQ(BytesToHex(sockets.written[1].second), "2A010001000400000001");
 
     // The 65537th frame on one index carries 0 again.
     sockets.written.clear();
@@ -55,10 +53,8 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
 
 TEST_F(ConnectionsTest, TheBosConnectionContinuesTheAuthorizationNumbering) {
     client.Login("Bot", "pw", 5190, false, false, "auth.example.net");
-    sockets.Deliver(0, Greeting());  // numbers 0 and 1
-    sockets.Deliver(0, SnacFrame("00170007000000000000"
-                                 "0002"
-                                 "4B59"));  // number 2
+    sockets.Deliver(0, Greeting());                                 // numbers 0 and 1
+    sockets.Deliver(0, SnacFrame("0017000700000000000000024B59"));  // number 2
     sockets.Deliver(
         0, Frame(2, HexToBytes("00170003000000000000") +
                         MakeTLV("0005", 2, "bos.example.net:5190") + MakeTLV("0006", 2, "C")));
@@ -73,28 +69,24 @@ TEST_F(ConnectionsTest, DataArrivalHandsOverWholeFramesInOrder) {
     const std::string a = ChatLineFrame("ann", "one");
     const std::string b = ChatLineFrame("bob", "two");
     const std::string c = ChatLineFrame("cat", "three");
-    const std::vector<std::string> expected = {
-        "ChatMessage(2, ann, one)", "ChatMessage(2, bob, two)", "ChatMessage(2, cat, three)"};
+    const Lines expected = {"ChatMessage(2, ann, one)", "ChatMessage(2, bob, two)",
+                            "ChatMessage(2, cat, three)"};
 
-    // Two frames in one read, then one frame over three reads.
-    sockets.Deliver(2, a + b);
-    sockets.Deliver(2, c.substr(0, 4));
-    sockets.Deliver(2, c.substr(4, 10));
+    // Two frames in one read, then one frame over two reads.
+    sockets.Deliver(2, a + b + c.substr(0, 4));
     EXPECT_EQ(events.log.size(), 2u);
-    sockets.Deliver(2, c.substr(14));
+    sockets.Deliver(2, c.substr(4));
     EXPECT_EQ(events.Take(), expected);
 
-    // Three bytes, then the rest.
-    sockets.Deliver(2, a.substr(0, 3));
-    EXPECT_TRUE(events.log.empty());
-    sockets.Deliver(2, a.substr(3));
-    EXPECT_EQ(events.Take(), std::vector<std::string>{expected[0]});
-
-    // The whole stream one byte per read.
-    const std::string stream = a + b + c;
-    for (char byte : stream)
-        sockets.Deliver(2, std::string(1, byte));
-    EXPECT_EQ(events.Take(), expected);
+    // Bytes that arrive while a frame is handled wait for that handler to end.
+    events.onEvent = [&](const std::string& e) {
+        if (e == expected[0]) sockets.Deliver(2, b);
+        events.log.push_back("end of " + e);
+    };
+    sockets.Deliver(2, a);
+    events.onEvent = nullptr;
+    EXPECT_EQ(events.Take(),
+              (Lines{expected[0], "end of " + expected[0], expected[1], "end of " + expected[1]}));
 }
 
 TEST_F(ConnectionsTest, ClosingAConnectionDropsItsWaitingBytes) {
@@ -109,8 +101,7 @@ TEST_F(ConnectionsTest, ClosingAConnectionDropsItsWaitingBytes) {
     // The index is reused by a new connection: the old half frame is gone.
     sockets.Create(room);
     sockets.Deliver(room, line);
-    EXPECT_EQ(events.Take(),
-              std::vector<std::string>{"ChatMessage(" + std::to_string(room) + ", ann, hello)"});
+    EXPECT_EQ(events.Take(), Lines{"ChatMessage(" + std::to_string(room) + ", ann, hello)"});
 
     // A frame whose handler closes its own connection ends that read.
     events.onEvent = [&](const std::string& e) {
@@ -135,6 +126,12 @@ TEST_F(ConnectionsTest, RedirectsPickTheHighestFreeIndexOrANewOne) {
                         MakeTLV("0005", 2, "chat.example.net") + MakeTLV("0006", 2, "K")));
     EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{2, "chat.example.net:5190"}));
     EXPECT_EQ(sockets.Tag(2), "[Chat]connecting");
+    // Flags 80 00: the TLVs start two bytes later.
+    sockets.Deliver(0, Frame(2, HexToBytes("000100058000000000000006") +
+                                    MakeTLV("000D", 2, HexToBytes("0010")) +
+                                    MakeTLV("0005", 2, "icon.example.net:5195")));
+    EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{3, "icon.example.net:5195"}));
+    client.CloseSock(3);
 
     // Index 3 exists too; closing 2 keeps its element, tag emptied.
     const int admin = OpenService("0007");
@@ -166,15 +163,9 @@ TEST_F(ConnectionsTest, AConnectionStillOpeningIsNotReused) {
     // Each greeting is answered with its own redirect's cookie.
     sockets.sockets[1].connected = sockets.sockets[2].connected = true;
     sockets.Deliver(1, Greeting());
-    EXPECT_EQ(sockets.TakePayloads(1), std::vector<std::string>{"00000001"
-                                                                "0006"
-                                                                "0004"
-                                                                "30303037"});
+    EXPECT_EQ(sockets.TakePayloads(1), Lines{"000000010006000430303037"});
     sockets.Deliver(2, Greeting());
-    EXPECT_EQ(sockets.TakePayloads(2), std::vector<std::string>{"00000001"
-                                                                "0006"
-                                                                "0004"
-                                                                "30303130"});
+    EXPECT_EQ(sockets.TakePayloads(2), Lines{"000000010006000430303130"});
 }
 
 TEST_F(ConnectionsTest, NoIndexBeyondFiftyIsCreated) {
@@ -201,53 +192,36 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
     sockets.Fail(room);
     EXPECT_EQ(
         events.Take(),
-        (std::vector<std::string>{
-            "LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")",
-            "ConnectionLost(" + std::to_string(room) +
-                ", Connection to chat Name: Lobby, Exchange: 4, Instance: 0 has been lost.)"}));
+        (Lines{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")",
+               "ConnectionLost(" + std::to_string(room) +
+                   ", Connection to chat Name: Lobby, Exchange: 4, Instance: 0 has been lost.)"}));
     EXPECT_TRUE(client.Chat().empty());
 
-    const int nav = client.ChatNavIndex();
-    sockets.Fail(admin);
-    sockets.Fail(icon);
-    sockets.Fail(email);
-    sockets.Fail(nav);
-    sockets.Fail(42);
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{
-                  "ConnectionLost(" + std::to_string(admin) +
-                      ", Connection to the admin server has been lost.)",
-                  "ConnectionLost(" + std::to_string(icon) +
-                      ", Connection to the buddy icon server has been lost.)",
-                  "ConnectionLost(" + std::to_string(email) +
-                      ", Connection to the email server has been lost.)",
-                  "ConnectionLost(" + std::to_string(nav) +
-                      ", Connection to the chat navigation server has been lost.)",
-                  "ConnectionLost(42, Connection to sock index 42 has been lost.)"}));
+    const std::pair<int, std::string> roles[] = {
+        {admin, "the admin server"}, {icon, "the buddy icon server"},
+        {email, "the email server"}, {client.ChatNavIndex(), "the chat navigation server"},
+        {42, "sock index 42"},       {0, "the main BOS server"}};
+    for (const auto& [index, name] : roles) {
+        sockets.Fail(index);
+        EXPECT_EQ(events.Take(), Lines{"ConnectionLost(" + std::to_string(index) +
+                                       ", Connection to " + name + " has been lost.)"});
+    }
     EXPECT_EQ(client.AdminIndex(), 0);
     EXPECT_EQ(client.ChatNavIndex(), 0);
-
-    sockets.Fail(0);
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{
-                  "ConnectionLost(0, Connection to the main BOS server has been lost.)"}));
 }
 
 TEST_F(ConnectionsTest, LeaveChatByIndexRaisesLeftChatPerRoomAndClosesOnce) {
     sockets.Create(2);
     sockets.Create(3);
-    Chats a, b, c;
-    a.ChatName = "One";
-    a.ChatIndex = 2;
-    b.ChatName = "Two";
-    b.ChatIndex = 3;
-    c.ChatName = "Three";
-    c.ChatIndex = 2;
-    client.Chat() = {a, b, c};
-
+    auto room = [](const char* name, int index) {
+        Chats c;
+        c.ChatName = name;
+        c.ChatIndex = index;
+        return c;
+    };
+    client.Chat() = {room("One", 2), room("Two", 3), room("Three", 2)};
     client.LeaveChat(2);
-    EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{"LeftChat(One, 0, 0, 2)", "LeftChat(Three, 0, 0, 2)"}));
+    EXPECT_EQ(events.Take(), (Lines{"LeftChat(One, 0, 0, 2)", "LeftChat(Three, 0, 0, 2)"}));
     EXPECT_EQ(sockets.sockets[2].closes, 1);
     ASSERT_EQ(client.Chat().size(), 1u);
     EXPECT_EQ(client.Chat()[0].ChatName, "Two");
@@ -258,7 +232,7 @@ TEST_F(ConnectionsTest, LeaveChatByIndexRaisesLeftChatPerRoomAndClosesOnce) {
 
     // By name: every room of that name, whatever its index.
     client.LeaveChat(0, " t W o");
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"LeftChat(Two, 0, 0, 3)"});
+    EXPECT_EQ(events.Take(), Lines{"LeftChat(Two, 0, 0, 3)"});
 }
 
 TEST_F(ConnectionsTest, ResetsCloseEverythingAndLogOffSaysSo) {
@@ -266,7 +240,7 @@ TEST_F(ConnectionsTest, ResetsCloseEverythingAndLogOffSaysSo) {
     JoinRoom("Lobby", 4);
     events.Take();
     client.LogOff();
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"LoggedOff()"});
+    EXPECT_EQ(events.Take(), Lines{"LoggedOff()"});
     EXPECT_TRUE(client.Chat().empty());
     EXPECT_EQ(client.ChatNavIndex(), 0);
     EXPECT_FALSE(client.LoggedInState());
@@ -290,54 +264,24 @@ TEST_F(ConnectionsTest, QueuedAdminRequestsWaitForTheAdminConnection) {
     client.RequestEmail();
     client.RequestNick();
     client.RequestRegistrationStatus();
-    EXPECT_EQ(sockets.TakePayloads(0), std::vector<std::string>(7, "000100040000000000010007"));
+    EXPECT_EQ(sockets.TakePayloads(0), Lines(7, "000100040000000000010007"));
 
     const int admin = OpenService("0007");
-    const std::vector<std::string> sent = sockets.TakePayloads(admin);
+    const Lines sent = sockets.TakePayloads(admin);
     ASSERT_GE(sent.size(), 7u);
-    const std::vector<std::string> queued(sent.end() - 7, sent.end());
-    EXPECT_EQ(queued, (std::vector<std::string>{"00070004000000000004"
-                                                "0011"
-                                                "000F"
-                                                "6E6577406578616D706C652E6E6574",
-                                                "00070004000000000004"
-                                                "0001"
-                                                "0008"
-                                                "426F74204E616D65",
-                                                "00070004000000000004"
-                                                "0012"
-                                                "0007"
-                                                "73656372657431"
-                                                "0002"
-                                                "0005"
-                                                "6E65777077",
-                                                "00070004000000000004"
-                                                "0013"
-                                                "0002"
-                                                "0003",
-                                                "00070002000000000002"
-                                                "0011"
-                                                "0000",
-                                                "00070002000000000002"
-                                                "0001"
-                                                "0000",
-                                                "00070002000000000002"
-                                                "0013"
-                                                "0000"}));
+    const Lines queued(sent.end() - 7, sent.end());
+    EXPECT_EQ(queued, (Lines{"000700040000000000040011000F6E6577406578616D706C652E6E6574",
+                             "0007000400000000000400010008426F74204E616D65",
+                             "000700040000000000040012000773656372657431000200056E65777077",
+                             "00070004000000000004001300020003", "0007000200000000000200110000",
+                             "0007000200000000000200010000", "0007000200000000000200130000"}));
 
     // Once the connection is there, requests go at once.
     client.ChangePassword("pw2");
     client.RequestNick();
-    EXPECT_EQ(sockets.TakePayloads(admin), (std::vector<std::string>{"00070004000000000004"
-                                                                     "0002"
-                                                                     "0003"
-                                                                     "707732"
-                                                                     "0012"
-                                                                     "0007"
-                                                                     "73656372657431",
-                                                                     "00070002000000000004"
-                                                                     "0001"
-                                                                     "0000"}));
+    EXPECT_EQ(sockets.TakePayloads(admin),
+              (Lines{"00070004000000000004000200037077320012000773656372657431",
+                     "0007000200000000000400010000"}));
 }
 
 TEST_F(ConnectionsTest, SendPendingAdminWithoutAConnectionForgetsTheQueue) {

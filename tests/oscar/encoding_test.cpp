@@ -141,14 +141,9 @@ TEST(ParseTLVs, CountedBlockStopsAfterItsCount) {
 }
 
 TEST(FamilyName, UsesTheTableAndABareFallback) {
-    EXPECT_EQ(FamilyName(HexToBytes("000E")), "[Chat]");
     EXPECT_EQ(FamilyName(HexToBytes("000D")), "[Chat_Navigation]");
-    EXPECT_EQ(FamilyName(HexToBytes("0017")), "[Authorization]");
-    EXPECT_EQ(FamilyName(HexToBytes("0005")), "[Depreciated(advertisments)]");
-    EXPECT_EQ(FamilyName(HexToBytes("000C")), "[Depricated(translation)]");
     EXPECT_EQ(FamilyName(HexToBytes("00A0")), "[Unknown[00A0]]");
     EXPECT_EQ(FamilyName(HexToBytes("0025")), "Unknown[0025]");
-    EXPECT_EQ(FamilyName(HexToBytes("001A")), "Unknown[001A]");
 }
 
 }  // namespace

@@ -28,49 +28,15 @@ TEST(LoginRequest, CarriesThirteenTLVsInOrder) {
     ASSERT_EQ(request.size(), 149u);
 
     const std::string expected = HexToBytes(
-                                     "00170002000000000001"  // SNAC 0017/0002, request id 1
-                                     "0001"
-                                     "0007"
-                                     "41626320446566") +  // screen name as typed
-                                 HexToBytes(
-                                     "0025"
-                                     "0010") +
+                                     "00170002000000000001"       // SNAC 0017/0002, request id 1
+                                     "0001000741626320446566") +  // screen name as typed
+                                 HexToBytes("00250010") +
                                  QtMd5(key + QtMd5("hunter22") + "AOL Instant Messenger (SM)") +
-                                 HexToBytes(
-                                     "004C"
-                                     "0000") +
-                                 HexToBytes(
-                                     "0003"
-                                     "002D") +
+                                 HexToBytes("004C0000") + HexToBytes("0003002D") +
                                  "AOL Instant Messenger, version 5.5.3599/WIN32" +
                                  HexToBytes(
-                                     "0016"
-                                     "0002"
-                                     "006D"
-                                     "0017"
-                                     "0002"
-                                     "0005"
-                                     "0018"
-                                     "0002"
-                                     "0005"
-                                     "0019"
-                                     "0002"
-                                     "0000"
-                                     "001A"
-                                     "0002"
-                                     "0E0F"
-                                     "0014"
-                                     "0004"
-                                     "0000010A"
-                                     "000F"
-                                     "0002"
-                                     "656E"
-                                     "000E"
-                                     "0002"
-                                     "7573"
-                                     "004A"
-                                     "0001"
-                                     "01");
+                                     "00160002006D001700020005001800020005001900020000001A00020E0F"
+                                     "001400040000010A000F0002656E000E00027573004A000101");
     EXPECT_EQ(BytesToHex(request), BytesToHex(expected));
 }
 

@@ -6,6 +6,8 @@
 namespace oscar {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 using testing_support::ClientTest;
 using testing_support::Frame;
 using testing_support::SnacFrame;
@@ -17,8 +19,7 @@ TEST_F(RequestsTest, LoginResetsAndConnectsToTheNormalizedServer) {
     JoinRoom("Lobby", 4);
     events.Take();
     client.Login("Bot", "pw", 5190, true, true, " Login.Example.NET ");
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"LoginStatus(Connecting to Auth server...)"})
-        << "no LoggedOff";
+    EXPECT_EQ(events.Take(), Lines{"LoginStatus(Connecting to Auth server...)"}) << "no LoggedOff";
     EXPECT_TRUE(client.Chat().empty());
     EXPECT_EQ(sockets.Tag(0), "[Auth]connecting");
     EXPECT_EQ(sockets.connectLog.back(),
@@ -37,89 +38,31 @@ TEST_F(RequestsTest, BosRequestsHaveTheirExactBytes) {
     client.SetIdle(0);
     client.SetCapabilities({"094601054C7F11D18222444553540000"});
     client.InviteChatBuddy("Bob");
-    EXPECT_EQ(
-        sockets.TakePayloads(0),
-        (std::vector<std::string>{"0004000600000000000400000000000000010001"
-                                  "03426F62"
-                                  "0002"
-                                  "0011"
-                                  "0501"
-                                  "0003"
-                                  "010102"
-                                  "0101"
-                                  "0006"
-                                  "00000000"
-                                  "6869",
-                                  "000A0002000000000002"
-                                  "6140622E63",
-                                  "00020015000000000015"
-                                  "00000001"
-                                  "03426F62",
-                                  "0001001100000000001100000001", "0001001100000000001100000001",
-                                  "0001001100000000001100000000",
-                                  "00020004000000000004"
-                                  "0005"
-                                  "0010"
-                                  "094601054C7F11D18222444553540000",
-                                  "00040006000000000006"
-                                  "00000000000000010002"
-                                  "03426F62"}));
+    EXPECT_EQ(sockets.TakePayloads(0),
+              (Lines{"000400060000000000040000000000000001000103426F62"
+                     "000200110501000301010201010006000000006869",
+                     "000A00020000000000026140622E63", "000200150000000000150000000103426F62",
+                     "0001001100000000001100000001", "0001001100000000001100000001",
+                     "0001001100000000001100000000",
+                     "0002000400000000000400050010094601054C7F11D18222444553540000",
+                     "000400060000000000060000000000000001000203426F62"}));
 
     client.SetProfile("P");
     ASSERT_EQ(sockets.written.size(), 1u);
-    EXPECT_EQ(sockets.written[0].second.substr(6), HexToBytes("00020004000000000004"
-                                                              "0001"
-                                                              "0021") +
+    EXPECT_EQ(sockets.written[0].second.substr(6), HexToBytes("0002000400000000000400010021") +
                                                        "text/x-aolrtf; charset=\"us-ascii\"" +
-                                                       HexToBytes("0002"
-                                                                  "0001"
-                                                                  "50"));
+                                                       HexToBytes("0002000150"));
 }
 
-TEST_F(RequestsTest, JoinChatAsksForChatNavigationFirst) {
+TEST_F(RequestsTest, WithNavigationOpenAJoinAsksForItsRoomAtOnce) {
     SignOn();
-    client.JoinChat("  My Room ", 4, 7);
-    EXPECT_EQ(sockets.TakePayloads(0), std::vector<std::string>{"00010004000000000001000D"});
-
-    const int nav = OpenService("000D");
+    JoinRoom("My Room", 4);
+    const int nav = client.ChatNavIndex();
     sockets.written.clear();
-    sockets.Deliver(nav, SnacFrame("000D0009000000000000"));
-    // A second client ready naming 0001 and 000D, then the room request with
-    // the trimmed name.
-    EXPECT_EQ(sockets.TakePayloads(nav),
-              (std::vector<std::string>{"0001000200000000000100010004001008E5000D0001001008E5",
-                                        "000D0008000000000008"
-                                        "0004"
-                                        "06637265617465"
-                                        "0007"
-                                        "010003"
-                                        "00D6"
-                                        "0008"
-                                        "75732D6173636969"
-                                        "00D3"
-                                        "0007"
-                                        "4D7920526F6F6D"
-                                        "00D7"
-                                        "0002"
-                                        "656E"}));
-    EXPECT_EQ(client.ChatNavIndex(), nav);
-
-    // With navigation open, a join sends its room request at once.
     client.JoinChat("Lobby", 5, 0);
-    EXPECT_EQ(sockets.TakePayloads(nav), (std::vector<std::string>{"000D0008000000000008"
-                                                                   "0005"
-                                                                   "06637265617465"
-                                                                   "0000"
-                                                                   "010003"
-                                                                   "00D6"
-                                                                   "0008"
-                                                                   "75732D6173636969"
-                                                                   "00D3"
-                                                                   "0005"
-                                                                   "4C6F626279"
-                                                                   "00D7"
-                                                                   "0002"
-                                                                   "656E"}));
+    EXPECT_EQ(sockets.TakePayloads(nav),
+              (Lines{"000D00080000000000080005066372656174650000010003"
+                     "00D6000875732D617363696900D300054C6F62627900D70002656E"}));
 }
 
 TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
@@ -128,22 +71,8 @@ TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
     sockets.written.clear();
     client.SendChat(room, "hi");
     EXPECT_EQ(sockets.TakePayloads(room),
-              (std::vector<std::string>{"000E0005000000000005000000000000"
-                                        "0000"
-                                        "0003"
-                                        "00010000"
-                                        "00060000"
-                                        "0005"
-                                        "0018"
-                                        "0002"
-                                        "0008"
-                                        "75732D6173636969"
-                                        "0003"
-                                        "0002"
-                                        "656E"
-                                        "0001"
-                                        "0002"
-                                        "6869"}));
+              (Lines{"000E000500000000000500000000000000000003000100000006000000050018"
+                     "0002000875732D617363696900030002656E000100026869"}));
     // Counter 1 .. 32000, then 1 again.
     for (int i = 1; i <= 32000; ++i)
         client.SendChat(room, "x");
@@ -154,10 +83,15 @@ TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
     client.SendChat(room, "x");
     EXPECT_EQ(BytesToHex(sockets.written.back().second.substr(6 + 16, 2)), "0001");
 
+    // A line that goes nowhere or is too long still uses up its number.
     sockets.written.clear();
     client.SendChat(0, "nobody hears");
     client.SendChat(49, "no such socket");
+    client.SendChat(room, std::string(70000, 'x'));
     EXPECT_TRUE(sockets.written.empty());
+    client.SendChat(room, "x");
+    EXPECT_EQ(BytesToHex(sockets.written.back().second.substr(6 + 16, 2)), "0005");
+    sockets.written.clear();
     client.SendChat(0, "by name", "LOB BY");
     EXPECT_EQ(sockets.written.size(), 1u);
     client.SendChat(0, "other exchange", "Lobby", 5);
@@ -167,16 +101,12 @@ TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
 TEST_F(RequestsTest, BuddyIconsWaitForTheIconConnection) {
     SignOn();
     client.GetBuddyIcon("Bob", HexToBytes("00112233445566778899AABBCCDDEEFF"));
-    EXPECT_EQ(sockets.TakePayloads(0), std::vector<std::string>{"000100040000000000010010"});
+    EXPECT_EQ(sockets.TakePayloads(0), Lines{"000100040000000000010010"});
     const int icon = OpenService("0010");
-    const std::vector<std::string> sent = sockets.TakePayloads(icon);
+    const Lines sent = sockets.TakePayloads(icon);
     ASSERT_FALSE(sent.empty());
     EXPECT_EQ(sent.back(),
-              "00100004000000000004"
-              "03426F62"
-              "01000101"
-              "10"
-              "00112233445566778899AABBCCDDEEFF");
+              "0010000400000000000403426F62010001011000112233445566778899AABBCCDDEEFF");
 }
 
 TEST_F(RequestsTest, InvitationsNameTheJoinedRoom) {
@@ -184,32 +114,14 @@ TEST_F(RequestsTest, InvitationsNameTheJoinedRoom) {
     JoinRoom("Lobby", 4);
     sockets.written.clear();
     client.InviteChatBuddy("Bob");
-    const std::vector<std::string> sent = sockets.TakePayloads(0);
+    const Lines sent = sockets.TakePayloads(0);
     ASSERT_EQ(sent.size(), 1u);
     // "4-0-Lobby" is the room cookie the test server side gave.
     EXPECT_EQ(sent[0],
-              "00040006000000000006"
-              "00000000000000010002"
-              "03426F62"
-              "0005"
-              "004F"
-              "0000"
-              "0000000000000001"
-              "748F2420628711D18222444553540000"
-              "000A"
-              "0002"
-              "0001"
-              "000F"
-              "0000"
-              "000C"
-              "0015"
-              "4A6F696E206D6520696E207468697320636861742E"
-              "2711"
-              "000E"
-              "0004"
-              "09"
-              "342D302D4C6F626279"
-              "0000");
+              "000400060000000000060000000000000001000203426F62"
+              "0005004F00000000000000000001748F2420628711D18222444553540000"
+              "000A00020001000F0000000C00154A6F696E206D6520696E207468697320636861742E"
+              "2711000E000409342D302D4C6F6262790000");
 }
 
 TEST_F(RequestsTest, RequestsTooLongForTheirFieldsAreNotSent) {
@@ -221,7 +133,7 @@ TEST_F(RequestsTest, RequestsTooLongForTheirFieldsAreNotSent) {
     client.NewRegStatus(-1);
     const auto sent = sockets.TakePayloads(0);
     // Only the join's service request: the room request waits for navigation.
-    EXPECT_EQ(sent, std::vector<std::string>{"00010004000000000001000D"});
+    EXPECT_EQ(sent, Lines{"00010004000000000001000D"});
 }
 
 }  // namespace

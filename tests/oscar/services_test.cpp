@@ -6,6 +6,8 @@
 namespace oscar {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 using testing_support::ClientTest;
 using testing_support::Frame;
 using testing_support::UserRecord;
@@ -13,11 +15,8 @@ using testing_support::UserRecord;
 using ServicesTest = ClientTest;
 
 std::string InstantMessageFrame(const char* channel, const std::string& fragment) {
-    return Frame(2, HexToBytes("00040007000000000000"
-                               "0000000000000001") +
-                        HexToBytes(channel) + MakeTLV("", 1, "Some Body") +
-                        HexToBytes("0000"
-                                   "0001") +
+    return Frame(2, HexToBytes("000400070000000000000000000000000001") + HexToBytes(channel) +
+                        MakeTLV("", 1, "Some Body") + HexToBytes("00000001") +
                         MakeTLV("0001", 2, HexToBytes("0010")) +
                         MakeTLV("0002", 2,
                                 MakeTLV("0501", 2, HexToBytes("01")) +
@@ -29,11 +28,10 @@ TEST_F(ServicesTest, InstantMessagesOnChannelOneOnly) {
     sockets.Deliver(0, InstantMessageFrame("0002", "<b>hi</b>"));
     EXPECT_TRUE(events.log.empty());
     sockets.Deliver(0, InstantMessageFrame("0001", "<b>hi</b>"));
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"InstantMessage(Some Body, hi, 1)"});
+    EXPECT_EQ(events.Take(), Lines{"InstantMessage(Some Body, hi, 1)"});
     // UTF-16 text keeps its zero bytes.
     sockets.Deliver(0, InstantMessageFrame("0001", HexToBytes("00680069")));
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"InstantMessage(Some Body, " +
-                                                      HexToBytes("00680069") + ", 1)"});
+    EXPECT_EQ(events.Take(), Lines{"InstantMessage(Some Body, " + HexToBytes("00680069") + ", 1)"});
 }
 
 TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
@@ -48,67 +46,50 @@ TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
     sockets.Deliver(0, info("0019", "0000003C"));
     sockets.Deliver(0, info("0023", "7FFFFFFF"));
     EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{
-                  "IncomingUserInfo(Ann, 2, 60, 0, 16, text/aolrtf, Hello)",
-                  "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
+              (Lines{"IncomingUserInfo(Ann, 2, 60, 0, 16, text/aolrtf, Hello)",
+                     "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
 }
 
 TEST_F(ServicesTest, ErrorsOfTheOtherServices) {
-    sockets.Deliver(0, Frame(2, HexToBytes("00040001000000000000"
-                                           "0004")));
-    sockets.Deliver(0, Frame(2, HexToBytes("00040001000000000000"
-                                           "0005")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000"
-                                           "000E")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000"
-                                           "0014")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000"
-                                           "0021")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000400010000000000000004")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000400010000000000000005")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000000E")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000A00010000000000000014")));
+    sockets.Deliver(0, Frame(2, HexToBytes("000A00010000000000000021")));
     sockets.Create(4);
-    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000"
-                                           "000E")));
-    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000"
-                                           "0014")));
-    EXPECT_EQ(
-        events.Take(),
-        (std::vector<std::string>{
-            "Error(User not available, 4, 0, 0004)", "Error(No e-mail entered., 14, 0, 000A)",
-            "Error(No screennames found., 20, 0, 000A)",
-            "Error(Unknown e-mail lookup error., 33, 0, 000A)",
-            "Error(No e-mail entered., 14, 0, 0007)", "Error(Unknown Admin Error., 20, 0, 0007)"}));
+    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000000E")));
+    sockets.Deliver(4, Frame(2, HexToBytes("000700010000000000000014")));
+    EXPECT_EQ(events.Take(), (Lines{"Error(User not available, 4, 0, 0004)",
+                                    "Error(No e-mail entered., 14, 0, 000A)",
+                                    "Error(No screennames found., 20, 0, 000A)",
+                                    "Error(Unknown e-mail lookup error., 33, 0, 000A)",
+                                    "Error(No e-mail entered., 14, 0, 0007)",
+                                    "Error(Unknown Admin Error., 20, 0, 0007)"}));
 }
 
 TEST_F(ServicesTest, EmailLookupResultsListEveryName) {
     sockets.Deliver(0, Frame(2, HexToBytes("000A0003000000000000") + MakeTLV("0009", 2, "ann") +
                                     MakeTLV("0009", 2, "bob") + MakeTLV("0009", 2, "cat")));
     sockets.Deliver(0, Frame(2, HexToBytes("000A0003000000000000")));
-    EXPECT_EQ(events.Take(), (std::vector<std::string>{"EmailLookupResults(ann, bob, cat)",
-                                                       "EmailLookupResults()"}));
+    EXPECT_EQ(events.Take(), (Lines{"EmailLookupResults(ann, bob, cat)", "EmailLookupResults()"}));
 }
 
 TEST_F(ServicesTest, AdminRepliesRaiseOneEventPerTLV) {
     sockets.Create(4);
-    sockets.Deliver(4, Frame(2, HexToBytes("00070003000000000000"
-                                           "0003"
-                                           "0003") +
-                                    MakeTLV("0001", 2, "Bot Name") + MakeTLV("0011", 2, "a@b.c") +
-                                    MakeTLV("0013", 2, HexToBytes("0002"))));
+    sockets.Deliver(
+        4, Frame(2, HexToBytes("0007000300000000000000030003") + MakeTLV("0001", 2, "Bot Name") +
+                        MakeTLV("0011", 2, "a@b.c") + MakeTLV("0013", 2, HexToBytes("0002"))));
     sockets.Deliver(4,
-                    Frame(2, HexToBytes("00070005000000000000"
-                                        "0001"
-                                        "0002") +
-                                 MakeTLV("0001", 2, "") + MakeTLV("0008", 2, HexToBytes("0001"))));
-    sockets.Deliver(4, Frame(2, HexToBytes("00070005000000000000"
-                                           "0003"
-                                           "0004") +
-                                    MakeTLV("0001", 2, "") + MakeTLV("0011", 2, "") +
-                                    MakeTLV("0013", 2, "") + MakeTLV("0002", 2, "")));
+                    Frame(2, HexToBytes("0007000500000000000000010002") + MakeTLV("0001", 2, "") +
+                                 MakeTLV("0008", 2, HexToBytes("0001"))));
+    sockets.Deliver(
+        4, Frame(2, HexToBytes("0007000500000000000000030004") + MakeTLV("0001", 2, "") +
+                        MakeTLV("0011", 2, "") + MakeTLV("0013", 2, "") + MakeTLV("0002", 2, "")));
     EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{
-                  "FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
-                  "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
-                  "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
-                  "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
+              (Lines{"FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
+                     "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
+                     "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
+                     "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
 }
 
 TEST_F(ServicesTest, BuddyIconsReadTheLengthAfterTheName) {
@@ -120,8 +101,7 @@ TEST_F(ServicesTest, BuddyIconsReadTheLengthAfterTheName) {
     sockets.Deliver(6, frame);
     sockets.Deliver(6, Frame(2, HexToBytes("00100007000000000000") + MakeTLV("", 1, "x") +
                                     std::string(21, '\0') + HexToBytes("0000")));
-    EXPECT_EQ(events.Take(), (std::vector<std::string>{"IncomingBuddyIcon(abcde, ICO)",
-                                                       "IncomingBuddyIcon(x, )"}));
+    EXPECT_EQ(events.Take(), (Lines{"IncomingBuddyIcon(abcde, ICO)", "IncomingBuddyIcon(x, )"}));
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 namespace oscar {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 using testing_support::ClientTest;
 using testing_support::Frame;
 using testing_support::Greeting;
@@ -26,33 +28,24 @@ class SignOnTest : public ClientTest {
     // The BOS setup from the greeting to the rights reply.
     void BosSetup() {
         sockets.Deliver(0, Greeting());
-        sockets.Deliver(0, SnacFrame("00010003800000000000"
-                                     "000100020003000400060008"));
-        sockets.Deliver(0, SnacFrame("00010018000000000000"
-                                     "0001000400130003"));
-        sockets.Deliver(0, SnacFrame("00010007000000000000"
-                                     "0005"));
-        sockets.Deliver(0, SnacFrame("00040005000000000004"
-                                     "00020000000B1F4003E703E700000000"));
-        sockets.Deliver(0, SnacFrame("00090003000000000009"
-                                     "000200000001"));
+        sockets.Deliver(0, SnacFrame("00010003800000000000000100020003000400060008"));
+        sockets.Deliver(0, SnacFrame("000100180000000000000001000400130003"));
+        sockets.Deliver(0, SnacFrame("000100070000000000000005"));
+        sockets.Deliver(0, SnacFrame("0004000500000000000400020000000B1F4003E703E700000000"));
+        sockets.Deliver(0, SnacFrame("00090003000000000009000200000001"));
     }
 };
 
 TEST_F(SignOnTest, TheAuthorizationExchange) {
     client.Login("Bot Name", "secret1", 5190, false, false, "login.example.net");
     sockets.Deliver(0, Greeting());
-    EXPECT_EQ(sockets.TakePayloads(0), (std::vector<std::string>{"00000001",
-                                                                 "001700060000000000010001"
-                                                                 "0008"
-                                                                 "426F74204E616D65"}));
+    EXPECT_EQ(sockets.TakePayloads(0),
+              (Lines{"00000001", "0017000600000000000100010008426F74204E616D65"}));
 
     // A 16-byte key at position 19.
     const std::string key = "0123456789ABCDEF";
-    sockets.Deliver(0, Frame(2, HexToBytes("00170007000000000000"
-                                           "0010") +
-                                    key + "trailing"));
-    const std::vector<std::string> sent = sockets.TakePayloads(0);
+    sockets.Deliver(0, Frame(2, HexToBytes("001700070000000000000010") + key + "trailing"));
+    const Lines sent = sockets.TakePayloads(0);
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(sent[0], BytesToHex(BuildLoginRequest("Bot Name", "secret1", key)));
     EXPECT_EQ(sent[0].substr(20 + 24 + 8, 32), BytesToHex(LoginHash(key, "secret1")));
@@ -67,19 +60,14 @@ TEST_F(SignOnTest, TheAuthorizationExchange) {
     // The BOS greeting is answered with the 256-byte cookie.
     sockets.Deliver(0, Greeting());
     EXPECT_EQ(sockets.TakePayloads(0),
-              std::vector<std::string>{"00000001"
-                                       "0006"
-                                       "0100" +
-                                       BytesToHex(std::string(256, '\x5A'))});
+              Lines{"0000000100060100" + BytesToHex(std::string(256, '\x5A'))});
 }
 
 TEST_F(SignOnTest, TheBosSetupEndsInLoggedInOnce) {
     client.SetCapabilityOptions({false, true});
     client.Login("Bot Name", "secret1", 5190, false, false, "login.example.net");
     sockets.Deliver(0, Greeting());
-    sockets.Deliver(0, SnacFrame("00170007000000000000"
-                                 "0004"
-                                 "4B455931"));
+    sockets.Deliver(0, SnacFrame("0017000700000000000000044B455931"));
     sockets.Deliver(0, GoodReply());
     sockets.written.clear();
     BosSetup();
@@ -87,33 +75,29 @@ TEST_F(SignOnTest, TheBosSetupEndsInLoggedInOnce) {
     EXPECT_EQ(events.Take(),
               testing_support::SignOnEvents("LoggedIn(BotName, bot@example.net, bos.example.net)"));
 
-    const std::vector<std::string> sent = sockets.TakePayloads(0);
+    const Lines sent = sockets.TakePayloads(0);
     ASSERT_EQ(sent.size(), 1u + 1 + 1 + 8 + 4);
-    EXPECT_EQ(sent[1], "00010017000000000001" + BytesToHex(FixedFamilyVersions()));
+    EXPECT_EQ(sent[1],
+              "00010017000000000001"
+              "0001000400130003000200010003000100040001000600010008000100090001000A0001000B0001");
     EXPECT_EQ(sent[2], "00010006000000000001");
-    const std::vector<std::string> services(sent.begin() + 3, sent.begin() + 11);
-    EXPECT_EQ(services, (std::vector<std::string>{"0001000800000000000800010002000300040005",
-                                                  "0001000E00000000000E", "00130002000000000002",
-                                                  "001300050000000000054551B1B000BB",
-                                                  "000200020000000000FE", "000300020000000000FF",
-                                                  "00040004000000000004", "00090002000000000009"}));
+    const Lines services(sent.begin() + 3, sent.begin() + 11);
+    EXPECT_EQ(services, (Lines{"0001000800000000000800010002000300040005", "0001000E00000000000E",
+                               "00130002000000000002", "001300050000000000054551B1B000BB",
+                               "000200020000000000FE", "000300020000000000FF",
+                               "00040004000000000004", "00090002000000000009"}));
     EXPECT_EQ(sent[11], "00130007000000000007");
     EXPECT_EQ(sent[12],
-              "00020004000000000004"
-              "0005"
-              "0010"
-              "094600014C7F11D18222444553540000"
-              "0002"
-              "0046" +
+              "0002000400000000000400050010094600014C7F11D1822244455354000000020046" +
                   BytesToHex("<body bgcolor=\"black\"><font color=\"white\"><b>TolSock 0.3 "
                              "Alpha<br><br>") +
-                  "0006"
-                  "0006"
-                  "000400020002");
-    EXPECT_EQ(sent[13],
-              "00040002000000000002"
-              "00020000000B1F4003E703E700000000");
-    EXPECT_EQ(sent[14], "00010002000000000001" + BytesToHex(FixedClientReady()));
+                  "00060006000400020002");
+    EXPECT_EQ(sent[13], "0004000200000000000200020000000B1F4003E703E700000000");
+    EXPECT_EQ(sent[14],
+              "00010002000000000001"
+              "00010004011008E500130003011008E500020001011008E500030001011008E5"
+              "00040001011008E500060001011008E5000800010104000100090001011008E5"
+              "000A0001011008E5000B0001011008E5");
     EXPECT_TRUE(client.LoggedInState());
 }
 
@@ -122,7 +106,7 @@ TEST_F(SignOnTest, RightsBeforeIcbmParametersSendAnEmptyBlock) {
     sockets.Deliver(0, GoodReply());
     sockets.written.clear();
     sockets.Deliver(0, SnacFrame("00090003000000000000"));
-    const std::vector<std::string> sent = sockets.TakePayloads(0);
+    const Lines sent = sockets.TakePayloads(0);
     ASSERT_EQ(sent.size(), 4u);
     EXPECT_EQ(sent[2], "00040002000000000002");
 }
@@ -144,7 +128,7 @@ TEST_F(SignOnTest, AuthorizationErrorsEndTheSignOn) {
         sockets.Deliver(
             0, AuthReply(MakeTLV("0001", 2, "Bot") + MakeTLV("0008", 2, HexToBytes(c.code)) +
                          MakeTLV("0005", 2, "bos.example.net:5190")));
-        EXPECT_EQ(events.Take(), std::vector<std::string>{c.event});
+        EXPECT_EQ(events.Take(), Lines{c.event});
         EXPECT_EQ(sockets.connectLog.size(), connects) << "no BOS connection";
         EXPECT_FALSE(client.Authorizing());
     }
@@ -154,38 +138,37 @@ TEST_F(SignOnTest, MigrationRepeatsTheSetupSilently) {
     SignOn();
     sockets.Deliver(0, SnacFrame("0001000B000000000000"));
     EXPECT_TRUE(client.Paused());
-    EXPECT_EQ(
-        sockets.TakePayloads(0),
-        std::vector<std::string>{"0001000C00000000000C00010013000200030004000600080009000A000B"});
+    EXPECT_EQ(sockets.TakePayloads(0),
+              Lines{"0001000C00000000000C00010013000200030004000600080009000A000B"});
     // A sign-off frame while paused signs nothing off.
     sockets.Deliver(0, Frame(4, ""));
     EXPECT_TRUE(client.LoggedInState());
 
-    sockets.Deliver(0, Frame(2, HexToBytes("00010012800000000000"
-                                           "0006000400000000") +
-                                    HexToBytes("0000") + MakeTLV("0005", 2, "bos2.example.net") +
-                                    MakeTLV("0006", 2, "C2")));
+    sockets.Deliver(
+        0, Frame(2, HexToBytes("000100128000000000000006000400000000") + HexToBytes("0000") +
+                        MakeTLV("0005", 2, "bos2.example.net") + MakeTLV("0006", 2, "C2")));
     EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{0, "bos2.example.net:5190"}));
     BosSetup();
     // The setup's own steps report as usual; the greeting's status and a
     // second LoggedIn are left out.
     EXPECT_EQ(events.Take(),
-              (std::vector<std::string>{"LoginStatus(Requesting Supported Services Versions...)",
-                                        "LoginStatus(Requesting Rate Limit Information...)",
-                                        "LoginStatus(Sending Service Requests...)",
-                                        "LoginStatus(Login Completed!)"}));
+              (Lines{"LoginStatus(Requesting Supported Services Versions...)",
+                     "LoginStatus(Requesting Rate Limit Information...)",
+                     "LoginStatus(Sending Service Requests...)", "LoginStatus(Login Completed!)"}));
     EXPECT_FALSE(client.Paused());
     const auto sent = sockets.TakePayloads(0);
     ASSERT_FALSE(sent.empty());
-    EXPECT_EQ(sent[0],
-              "00000001"
-              "0006"
-              "0002"
-              "4332");
+    EXPECT_EQ(sent[0], "00000001000600024332");
 
     sockets.Deliver(0, SnacFrame("0001000B000000000000"));
     sockets.Deliver(0, SnacFrame("0001000D000000000000"));
     EXPECT_FALSE(client.Paused());
+}
+
+TEST_F(SignOnTest, ABosAddressWithoutAPortLeavesHostAndPortUnset) {
+    client.Login("Bot", "pw", 5190, false, false, "h");
+    sockets.Deliver(0, AuthReply(MakeTLV("0005", 2, "bos.example.net") + MakeTLV("0006", 2, "C")));
+    EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{0, ":0"}));
 }
 
 TEST_F(SignOnTest, ASignOffFrameBeforeSignOnDoesNothing) {

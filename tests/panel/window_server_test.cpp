@@ -80,19 +80,6 @@ TEST_F(WindowServerTest, SignOnJoinChatAndSignOff) {
     EXPECT_TRUE(dialogs.messages.empty());
 }
 
-TEST_F(WindowServerTest, ADroppedBosConnectionSignsOffWithABox) {
-    ASSERT_TRUE(SignOn());
-    ASSERT_TRUE(Join());
-    server.CloseConnection("Scramble Bot", testserver::Role::Bos);
-    ASSERT_TRUE(WaitFor([&] { return window.connection->lblInfo->text() == "Offline."; }));
-    ASSERT_EQ(dialogs.messages.size(), 1u);
-    EXPECT_EQ(dialogs.messages[0].text, "Connection to the main BOS server has been lost");
-    EXPECT_EQ(dialogs.messages[0].title, "Vexmor Scrambler 2.0");
-    EXPECT_EQ(dialogs.messages[0].kind, game::MessageKind::Plain);
-    EXPECT_FALSE(bot.game.SignedOn);
-    EXPECT_TRUE(bot.client.Chat().empty());
-}
-
 TEST_F(WindowServerTest, AWrongPasswordShowsTheErrorInTheStatus) {
     window.connection->txtSN->setText("Scramble Bot");
     window.connection->txtPW->setText("wrong1");

@@ -8,6 +8,8 @@
 namespace session {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 using testing_support::BotTest;
 
 class ListEditingTest : public BotTest {
@@ -20,14 +22,14 @@ TEST_F(ListEditingTest, DirectAddAndTheMenuItems) {
     e.AddDirectly("", " a pet ");
     EXPECT_TRUE(words.Empty());
     e.AddDirectly(" Cat ", " a pet ");
-    EXPECT_EQ(words.Rows(), std::vector<std::string>{"Cat,a pet"});
+    EXPECT_EQ(words.Rows(), Lines{"Cat,a pet"});
     EXPECT_EQ(bot.game.Lists().CurrentTopic(), "Unknown");
 
     dialogs.promptAnswers = {"dog", "barks"};
     e.mnuAddScramble_Click();
     dialogs.promptAnswers = {""};
     e.mnuAddScramble_Click();
-    EXPECT_EQ(words.Rows(), (std::vector<std::string>{"Cat,a pet", "dog, barks"}));
+    EXPECT_EQ(words.Rows(), (Lines{"Cat,a pet", "dog, barks"}));
 
     e.mnuEditScramble_Click();
     EXPECT_EQ(dialogs.prompts.size(), 3u) << "nothing selected: nothing asked";
@@ -37,14 +39,14 @@ TEST_F(ListEditingTest, DirectAddAndTheMenuItems) {
     EXPECT_EQ(dialogs.prompts[3].defaultText, "dog, barks");
     EXPECT_EQ(words.At(1), "dog, barks, woof");
     e.mnuRemoveScramble_Click();
-    EXPECT_EQ(words.Rows(), std::vector<std::string>{"Cat,a pet"});
+    EXPECT_EQ(words.Rows(), Lines{"Cat,a pet"});
 }
 
 TEST_F(ListEditingTest, OpsDisallowsAndPlayers) {
     e.AddOp(" Alice Smith ");
     e.AddOp("alicesmith");
     e.AddDisallow(" ");
-    EXPECT_EQ(bot.commands.Ops().Rows().Rows(), std::vector<std::string>{"alicesmith"});
+    EXPECT_EQ(bot.commands.Ops().Rows().Rows(), Lines{"alicesmith"});
     EXPECT_TRUE(bot.commands.Disallows().Empty());
     bot.commands.Ops().Rows().Select(0);
     e.mnuRemoveOp_Click();
@@ -52,13 +54,13 @@ TEST_F(ListEditingTest, OpsDisallowsAndPlayers) {
 
     dialogs.promptAnswers = {"Bob"};
     e.mnuAddPlayer_Click();
-    EXPECT_EQ(bot.game.Scores().lstPlayers().Rows(), std::vector<std::string>{"bob - 0"});
+    EXPECT_EQ(bot.game.Scores().lstPlayers().Rows(), Lines{"bob - 0"});
     bot.game.Scores().UpdateScore("bob", 3);
     bot.game.Scores().lstPlayers().Select(0);
     dialogs.promptAnswers = {"10"};
     e.mnuEditScore_Click();
     EXPECT_EQ(dialogs.prompts.back().title, "Edit Score for bob");
-    EXPECT_EQ(bot.game.Scores().lstPlayers().Rows(), std::vector<std::string>{"bob - 10"});
+    EXPECT_EQ(bot.game.Scores().lstPlayers().Rows(), Lines{"bob - 10"});
     dialogs.promptAnswers = {"lots"};
     e.mnuEditScore_Click();
     dialogs.promptAnswers = {""};
@@ -75,12 +77,10 @@ TEST_F(ListEditingTest, ManualSendRefusesThenSendsOnePuzzle) {
     e.ManualSend("cat", "", false);
     bot.game.SignedOn = true;
     e.ManualSend("cat", "", false);
-    EXPECT_EQ(Messages(),
-              (std::vector<std::string>{"Error: You cannot send a blank message to the chat!",
-                                        "Note: Please sign on first and enter a chat!",
-                                        "Note: Please join a chat first!"}));
-    EXPECT_EQ(bot.errors.Rows(),
-              std::vector<std::string>{"You cannot send a blank message to the chat!"});
+    EXPECT_EQ(Messages(), (Lines{"Error: You cannot send a blank message to the chat!",
+                                 "Note: Please sign on first and enter a chat!",
+                                 "Note: Please join a chat first!"}));
+    EXPECT_EQ(bot.errors.Rows(), Lines{"You cannot send a blank message to the chat!"});
 
     testing_support::EnterFakeRoom(sockets, bot.client);
     bot.game.Modes().optMode_Click(1);
@@ -90,6 +90,15 @@ TEST_F(ListEditingTest, ManualSendRefusesThenSendsOnePuzzle) {
               std::string::npos);
     EXPECT_EQ(bot.game.Modes().GetGameMode(), 1) << "the mode comes back";
     EXPECT_EQ(*bot.game.PendingAnswer(), "a");
+
+    // In the pause after a solved word, a manual puzzle stops the pause.
+    bot.game.Lists().lstWords().Append("kiwi");
+    bot.game.cmdAutoSendOn_Click();
+    bot.game.cmdAnswer_Click();
+    tmrMsgPause.Tick(3);
+    e.ManualSend("fig", "", false);
+    EXPECT_FALSE(tmrMsgPause.IsEnabled());
+    EXPECT_EQ(bot.game.PauseCount, 0);
 }
 
 }  // namespace

@@ -39,14 +39,9 @@ class ClientTest : public ::testing::Test {
         if (sockets.connectLog.size() == before) return 0;
         const int index = sockets.connectLog.back().first;
         sockets.Deliver(index, Greeting());
-        sockets.Deliver(index, SnacFrame("00010003000000000000"
-                                         "0001" +
-                                         familyHex));
-        sockets.Deliver(index, SnacFrame("00010018000000000000"
-                                         "00010004" +
-                                         familyHex + "0001"));
-        sockets.Deliver(index, SnacFrame("00010007000000000000"
-                                         "0000"));
+        sockets.Deliver(index, SnacFrame("000100030000000000000001" + familyHex));
+        sockets.Deliver(index, SnacFrame("0001001800000000000000010004" + familyHex + "0001"));
+        sockets.Deliver(index, SnacFrame("000100070000000000000000"));
         return index;
     }
 
@@ -67,14 +62,12 @@ class ClientTest : public ::testing::Test {
                                                  oscar::MakeTLV("", 1, cookie) +
                                                  oscar::HexToBytes("0000"))));
         const int room = OpenService("000E", cookie);
-        sockets.Deliver(room, Frame(2, oscar::HexToBytes("000E0002000000000000") +
-                                           oscar::Word(static_cast<std::uint16_t>(exchange)) +
-                                           oscar::MakeTLV("", 1, cookie) +
-                                           oscar::HexToBytes("0000"
-                                                             "02"
-                                                             "0002") +
-                                           oscar::MakeTLV("00D1", 2, oscar::HexToBytes("0400")) +
-                                           oscar::MakeTLV("00D2", 2, oscar::HexToBytes("0064"))));
+        sockets.Deliver(
+            room, Frame(2, oscar::HexToBytes("000E0002000000000000") +
+                               oscar::Word(static_cast<std::uint16_t>(exchange)) +
+                               oscar::MakeTLV("", 1, cookie) + oscar::HexToBytes("0000020002") +
+                               oscar::MakeTLV("00D1", 2, oscar::HexToBytes("0400")) +
+                               oscar::MakeTLV("00D2", 2, oscar::HexToBytes("0064"))));
         return room;
     }
 

@@ -34,8 +34,7 @@ inline std::string ChatLineFrame(const std::string& sender, const std::string& t
                                  const std::string& charset = "us-ascii") {
     using oscar::HexToBytes;
     using oscar::MakeTLV;
-    return Frame(2, HexToBytes("000E00060000000000000000000000000000"
-                               "0003") +
+    return Frame(2, HexToBytes("000E000600000000000000000000000000000003") +
                         MakeTLV("0003", 2, UserRecord(sender)) +
                         MakeTLV("0005", 2, MakeTLV("0002", 2, charset) + MakeTLV("0001", 2, text)));
 }
@@ -46,21 +45,15 @@ inline std::vector<std::string> SignOnFrames() {
     using oscar::HexToBytes;
     using oscar::MakeTLV;
     return {Greeting(),
-            SnacFrame("00170007000000000000"
-                      "0004"
-                      "6B657931"),
+            SnacFrame("0017000700000000000000046B657931"),
             Frame(2, HexToBytes("00170003000000000000") + MakeTLV("0001", 2, "botname") +
                          MakeTLV("0005", 2, "bos.example.net:5191") + MakeTLV("0006", 2, "COOKIE") +
                          MakeTLV("0011", 2, "bot@example.net")),
             Greeting(),
-            SnacFrame("00010003000000000000"
-                      "00010002"),
-            SnacFrame("00010018000000000000"
-                      "00010004"),
-            SnacFrame("00010007000000000000"
-                      "0000"),
-            SnacFrame("00040005000000000000"
-                      "00020000000B1F4003E703E700000000"),
+            SnacFrame("0001000300000000000000010002"),
+            SnacFrame("0001001800000000000000010004"),
+            SnacFrame("000100070000000000000000"),
+            SnacFrame("0004000500000000000000020000000B1F4003E703E700000000"),
             SnacFrame("00090003000000000000")};
 }
 

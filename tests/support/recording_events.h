@@ -26,70 +26,43 @@ inline std::vector<std::string> SignOnEvents(const std::string& loggedIn) {
 
 class RecordingEvents : public oscar::ClientEvents {
   public:
-    void LoggedIn(const std::string& u, const std::string& e, const std::string& h) override {
-        Log("LoggedIn(" + u + ", " + e + ", " + h + ")");
+    using S = const std::string&;
+    void LoggedIn(S u, S e, S h) override { Rec("LoggedIn", u, e, h); }
+    void LoginStatus(S s) override { Rec("LoginStatus", s); }
+    void LoginError(S d, int c) override { Rec("LoginError", d, c); }
+    void LoggedOff() override { Rec("LoggedOff"); }
+    void Error(S d, int c, int s, S f) override { Rec("Error", d, c, s, f); }
+    void ConnectionLost(int i, S d) override { Rec("ConnectionLost", i, d); }
+    void JoinedChat(S n, int e, int i, int c, int p, int m) override {
+        Rec("JoinedChat", n, e, i, c, p, m);
     }
-    void LoginStatus(const std::string& s) override { Log("LoginStatus(" + s + ")"); }
-    void LoginError(const std::string& d, int c) override {
-        Log("LoginError(" + d + ", " + std::to_string(c) + ")");
-    }
-    void LoggedOff() override { Log("LoggedOff()"); }
-    void Error(const std::string& d, int c, int s, const std::string& f) override {
-        Log("Error(" + d + ", " + std::to_string(c) + ", " + std::to_string(s) + ", " + f + ")");
-    }
-    void ConnectionLost(int i, const std::string& d) override {
-        Log("ConnectionLost(" + std::to_string(i) + ", " + d + ")");
-    }
-    void JoinedChat(const std::string& n, int e, int i, int c, int p, int m) override {
-        Log("JoinedChat(" + n + ", " + std::to_string(e) + ", " + std::to_string(i) + ", " +
-            std::to_string(c) + ", " + std::to_string(p) + ", " + std::to_string(m) + ")");
-    }
-    void LeftChat(const std::string& n, int e, int i, int c) override {
-        Log("LeftChat(" + n + ", " + std::to_string(e) + ", " + std::to_string(i) + ", " +
-            std::to_string(c) + ")");
-    }
-    void UserJoinedChat(int c, const std::string& n) override {
-        Log("UserJoinedChat(" + std::to_string(c) + ", " + n + ")");
-    }
-    void UserLeftChat(int c, const std::string& n) override {
-        Log("UserLeftChat(" + std::to_string(c) + ", " + n + ")");
-    }
-    void ChatMessage(int c, const std::string& n, const std::string& m) override {
-        Log("ChatMessage(" + std::to_string(c) + ", " + n + ", " + m + ")");
-    }
-    void InstantMessage(const std::string& n, const std::string& m, int c) override {
-        Log("InstantMessage(" + n + ", " + m + ", " + std::to_string(c) + ")");
-    }
-    void IncomingUserInfo(const std::string& n, int w, std::int32_t idle, std::int32_t online,
-                          const std::string& cls, const std::string& enc,
-                          const std::string& profile) override {
-        Log("IncomingUserInfo(" + n + ", " + std::to_string(w) + ", " + std::to_string(idle) +
-            ", " + std::to_string(online) + ", " + cls + ", " + enc + ", " + profile + ")");
+    void LeftChat(S n, int e, int i, int c) override { Rec("LeftChat", n, e, i, c); }
+    void UserJoinedChat(int c, S n) override { Rec("UserJoinedChat", c, n); }
+    void UserLeftChat(int c, S n) override { Rec("UserLeftChat", c, n); }
+    void ChatMessage(int c, S n, S m) override { Rec("ChatMessage", c, n, m); }
+    void InstantMessage(S n, S m, int c) override { Rec("InstantMessage", n, m, c); }
+    void IncomingUserInfo(S n, int w, std::int32_t idle, std::int32_t online, S cls, S enc,
+                          S profile) override {
+        Rec("IncomingUserInfo", n, w, idle, online, cls, enc, profile);
     }
     void EmailLookupResults(const std::vector<std::string>& names) override {
         std::string joined;
         for (const auto& n : names)
             joined += (joined.empty() ? "" : ", ") + n;
-        Log("EmailLookupResults(" + joined + ")");
+        Rec("EmailLookupResults", joined);
     }
-    void IncomingBuddyIcon(const std::string& b, std::string data) override {
-        Log("IncomingBuddyIcon(" + b + ", " + data + ")");
-    }
-    void ScreennameFormatted(bool s, int p) override { Flag("ScreennameFormatted", s, p); }
-    void EmailUpdated(bool s, int p) override { Flag("EmailUpdated", s, p); }
+    void IncomingBuddyIcon(S b, std::string data) override { Rec("IncomingBuddyIcon", b, data); }
+    void ScreennameFormatted(bool s, int p) override { Rec("ScreennameFormatted", s, p); }
+    void EmailUpdated(bool s, int p) override { Rec("EmailUpdated", s, p); }
     void RegistrationStatusUpdated(bool s, int p) override {
-        Flag("RegistrationStatusUpdated", s, p);
+        Rec("RegistrationStatusUpdated", s, p);
     }
-    void PasswordUpdated(bool s, int p) override { Flag("PasswordUpdated", s, p); }
-    void FormattedScreennameResults(const std::string& f, int p) override {
-        Log("FormattedScreennameResults(" + f + ", " + std::to_string(p) + ")");
+    void PasswordUpdated(bool s, int p) override { Rec("PasswordUpdated", s, p); }
+    void FormattedScreennameResults(S f, int p) override {
+        Rec("FormattedScreennameResults", f, p);
     }
-    void EmailResults(const std::string& e, int p) override {
-        Log("EmailResults(" + e + ", " + std::to_string(p) + ")");
-    }
-    void RegistrationResults(int r, int p) override {
-        Log("RegistrationResults(" + std::to_string(r) + ", " + std::to_string(p) + ")");
-    }
+    void EmailResults(S e, int p) override { Rec("EmailResults", e, p); }
+    void RegistrationResults(int r, int p) override { Rec("RegistrationResults", r, p); }
 
     std::vector<std::string> Take() {
         std::vector<std::string> taken;
@@ -102,13 +75,18 @@ class RecordingEvents : public oscar::ClientEvents {
     std::function<void(const std::string&)> onEvent;
 
   private:
-    void Log(const std::string& line) {
+    static std::string Text(S s) { return s; }
+    static std::string Text(bool b) { return b ? "true" : "false"; }
+    static std::string Text(int n) { return std::to_string(n); }
+    // "Name(a, b, c)", in the order the event gives them.
+    template <typename... Args>
+    void Rec(const char* name, const Args&... args) {
+        std::string line;
+        for (const std::string& part : std::initializer_list<std::string>{Text(args)...})
+            line += ", " + part;
+        line = std::string(name) + "(" + line.substr(line.empty() ? 0 : 2) + ")";
         log.push_back(line);
         if (onEvent) onEvent(line);
-    }
-    void Flag(const char* name, bool success, int permission) {
-        Log(std::string(name) + "(" + (success ? "true" : "false") + ", " +
-            std::to_string(permission) + ")");
     }
 };
 

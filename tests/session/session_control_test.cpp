@@ -1,0 +1,70 @@
+// The window's session steps: leaving a room and the status lines the
+// client's events set.
+#include "session/session_control.h"
+
+#include <gtest/gtest.h>
+
+#include "support/bot_fixture.h"
+
+namespace session {
+namespace {
+
+using SessionControlTest = testing_support::BotTest;
+
+TEST_F(SessionControlTest, SignOnJoinAndLeaveRefuseWithTheirTexts) {
+    SessionControl& s = bot.session;
+    for (const SignOnFields& f :
+         {SignOnFields{"", "", "h", "1"}, SignOnFields{"bot", " ", "h", "1"},
+          SignOnFields{"  b  ", "pw", "h", "1"}, SignOnFields{"bot", "pw", " ", "1"},
+          SignOnFields{"bot", "pw", "h", ""}})
+        s.cmdSignOn_Click(f);
+    s.cmdJoin_Click("Lobby", "4");
+    s.cmdLeave_Click("Lobby");
+    s.LoggedIn("bot", "", "");
+    EXPECT_EQ(s.lblInfo(), "Online!");
+    s.cmdSignOn_Click({});
+    s.cmdJoin_Click("  ", "4");
+    s.cmdJoin_Click("Lobby", " ");
+    s.cmdLeave_Click("Lobby");
+    EXPECT_EQ(
+        Messages(),
+        (std::vector<std::string>{
+            "Note: You must enter in a screenname!", "Note: You must enter in a password!",
+            "Note: Screennames must be 2 or more characters long!",
+            "Note: You must enter in a server!", "Note: You must enter in a port to use!",
+            "Note: You need to sign on to join a chat!",
+            "Note: You need to be signed on to join or leave chats.",
+            "Note: You are already signed on!", "Note: You need to enter in a chat name to join!",
+            "Note: You need to enter in the exchange you want to join!",
+            "Note: You are not in a chat!"}));
+    // Letters for an exchange pass the checks as exchange 0.
+    s.cmdJoin_Click("Lobby", "ab");
+    EXPECT_EQ(s.lblChatStatus(), "Joining chat...");
+}
+
+TEST_F(SessionControlTest, LeaveClosesTheNamedRoomOnly) {
+    bot.game.SignedOn = true;
+    testing_support::EnterFakeRoom(sockets, bot.client, 2);
+    testing_support::EnterFakeRoom(sockets, bot.client, 3);
+    bot.client.Chat()[0].ChatName = "One";
+    bot.client.Chat()[1].ChatName = "Two";
+    bot.session.cmdLeave_Click(" t wo");
+    EXPECT_FALSE(sockets.Exists(3));
+    EXPECT_TRUE(sockets.IsConnected(2));
+    EXPECT_EQ(bot.session.lblChatStatus(), "Left chat.");
+}
+
+TEST_F(SessionControlTest, RoomErrorsGoToTheRoomStatusOthersToTheInfoLine) {
+    for (int code : {18, 24, 46, 50, 51, 74, 1, 19, 73}) {
+        SCOPED_TRACE(code);
+        const bool room = code != 1 && code != 19 && code != 73;
+        const std::string info = bot.session.lblInfo(), status = bot.session.lblChatStatus();
+        bot.session.Error("Failed.", code, 0, "");
+        const std::string expected = "Failed. Error code: " + std::to_string(code);
+        EXPECT_EQ(bot.session.lblChatStatus(), room ? expected : status);
+        EXPECT_EQ(bot.session.lblInfo(), room ? info : expected);
+    }
+}
+
+}  // namespace
+}  // namespace session
