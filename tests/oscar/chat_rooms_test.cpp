@@ -227,7 +227,10 @@ TEST_F(ChatRoomsTest, ASignOffFrameOnARoomLeavesIt) {
     events.Take();
     sockets.Deliver(room, Frame(4, ""));
     EXPECT_EQ(events.Take(),
-              std::vector<std::string>{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")"});
+              (std::vector<std::string>{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")",
+                                        "ConnectionLost(" + std::to_string(room) +
+                                            ", Connection to chat Name: Lobby, Exchange: 4, "
+                                            "Instance: 0 has been lost.)"}));
     EXPECT_TRUE(client.Chat().empty());
 }
 

@@ -104,7 +104,10 @@ TEST_F(RequestsTest, JoinChatAsksForChatNavigationFirst) {
                                         "656E"}));
     EXPECT_EQ(client.ChatNavIndex(), nav);
 
-    // With navigation open, a join sends its room request at once.
+    // With navigation open, a join sends its room request at once (once the
+    // first join has ended, here refused).
+    sockets.Deliver(nav, SnacFrame("000D0001000000000000"
+                                   "0014"));
     client.JoinChat("Lobby", 5, 0);
     EXPECT_EQ(sockets.TakePayloads(nav), (std::vector<std::string>{"000D0008000000000008"
                                                                    "0005"
