@@ -16,10 +16,12 @@ int main(int argc, char** argv) {
 
     QtSocketLayer sockets;
     QtClock clock;
-    QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
+    QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000),
+        tmrDeadline(1000);
     QtDialogs dialogs;
     FrmMain* window = nullptr;
-    session::Bot bot({sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, dialogs,
+    session::Bot bot({sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline,
+                      dialogs,
                       [](const std::string& url) {
                           QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
                       },

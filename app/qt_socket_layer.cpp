@@ -89,6 +89,11 @@ bool QtSocketLayer::IsConnected(int index) const {
     return socket && socket->state() == QAbstractSocket::ConnectedState;
 }
 
+std::string QtSocketLayer::ErrorText(int index) const {
+    QTcpSocket* socket = SocketAt(index);
+    return socket ? socket->errorString().toStdString() : std::string();
+}
+
 std::string QtSocketLayer::Tag(int index) const {
     auto it = elements_.find(index);
     return it == elements_.end() ? std::string() : it->second.tag;

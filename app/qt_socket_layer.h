@@ -26,6 +26,7 @@ class QtSocketLayer : public QObject, public oscar::SocketLayer {
     std::string ReadAll(int index) override;
     void Close(int index) override;
     bool IsConnected(int index) const override;
+    std::string ErrorText(int index) const override;
     std::string Tag(int index) const override;
     void SetTag(int index, const std::string& tag) override;
 

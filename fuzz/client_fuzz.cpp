@@ -77,6 +77,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::size_t take = length < size - pos ? length : size - pos;
         if (index & 0x80) {
             sockets.Fail(index & 0x3F);
+        } else if (index & 0x40) {
+            // A step's time runs out.
+            for (int i = 0; i < oscar::TolSock::kStepSeconds; ++i)
+                client.TickSecond();
         } else {
             sockets.Deliver(index % 6,
                             std::string(reinterpret_cast<const char*>(data + pos), take));

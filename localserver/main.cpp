@@ -13,13 +13,29 @@
 // --rate-divisor divides every rate level (a flood that takes minutes on a
 // real server takes seconds here; the average works the same).
 #include <QCoreApplication>
+#include <QSocketNotifier>
 #include <QTextStream>
+#include <QTimer>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <csignal>
 
 #include "localserver/oscar_test_server.h"
 #include "localserver/scripted_game.h"
 #include "oscar/encoding.h"
 
 namespace {
+
+// A signal only writes a byte; the event loop then stops the server as a
+// real one stops, so that clients see the sign-off frame.
+int signalPipe[2] = {-1, -1};
+
+void OnStopSignal(int) {
+    const char byte = 1;
+    [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
+}
 
 QString Option(const QStringList& args, const QString& name, const QString& fallback) {
     const auto at = args.indexOf(name);
@@ -73,6 +89,17 @@ int main(int argc, char** argv) {
         }
         out.flush();
     });
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) == 0) {
+        auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);
+        QObject::connect(notifier, &QSocketNotifier::activated, &app, [&] {
+            notifier->setEnabled(false);
+            server.Shutdown();
+            // The sign-off frames go out before the program ends.
+            QTimer::singleShot(200, &app, &QCoreApplication::quit);
+        });
+        std::signal(SIGTERM, OnStopSignal);
+        std::signal(SIGINT, OnStopSignal);
+    }
     out << "Local OSCAR server on 127.0.0.1:" << server.Port() << "\n"
         << "Sign on with any screen name and password, server 127.0.0.1, port " << server.Port()
         << ";\nthen join the room \"Word Games\" on exchange 4 (" << entries.size()

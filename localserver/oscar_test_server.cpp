@@ -143,15 +143,18 @@ void OscarTestServer::Closed(QTcpSocket* socket) {
     const Connection gone = it->second;
     connections_.erase(it);
     socket->deleteLater();
+    if (stopping_) return;
     if (gone.role == Role::Chat && gone.room) {
         Broadcast(*gone.room, Snac(0x000E, 0x0004) + UserInfo(accounts_[gone.user].name));
     }
-    if (gone.role == Role::Bos) {
-        // The session is over: its rooms get a cut-short sign-off frame and close.
+    if (gone.role == Role::Bos && !stopping_) {
+        // The session is over: its rooms get a cut-short sign-off frame and
+        // close. A BOS connection of the same name is a newer session.
         for (Connection* other : [&] {
                  std::vector<Connection*> mine;
                  for (auto& [s, c] : connections_) {
-                     if (c.user == gone.user && c.role != Role::Auth) mine.push_back(&c);
+                     if (c.user == gone.user && c.role != Role::Auth && c.role != Role::Bos)
+                         mine.push_back(&c);
                  }
                  return mine;
              }()) {
@@ -214,6 +217,10 @@ void OscarTestServer::HandleGreeting(Connection& c, const std::string& payload) 
     if (ticket == tickets_.end()) {
         c.socket->disconnectFromHost();
         return;
+    }
+    // The same name signing on again ends the older session.
+    if (ticket->second.role == Role::Bos && Find(ticket->second.user, Role::Bos)) {
+        SignOffSession(ticket->second.user);
     }
     c.role = ticket->second.role;
     c.user = ticket->second.user;
@@ -338,7 +345,8 @@ void OscarTestServer::ServiceRequest(Connection& c, const std::string& data) {
     }
     Frame(c, 2,
           Snac(0x0001, 0x0005, 1) + Tlv("000D", Word(family)) +
-              Tlv("0005", "127.0.0.1:" + std::to_string(Port())) +
+              Tlv("0005", serviceAddress_.empty() ? "127.0.0.1:" + std::to_string(Port())
+                                                  : serviceAddress_) +
               Tlv("0006", NewCookie(role, c.user, roomKey)));
 }
 
@@ -615,7 +623,7 @@ std::string OscarTestServer::NewCookie(Role role, const std::string& user,
 OscarTestServer::Connection* OscarTestServer::Find(const std::string& user, Role role) {
     const std::string name = text::NormalizeName(user);
     for (auto& [socket, c] : connections_) {
-        if (c.user == name && c.role == role) return &c;
+        if (c.user == name && c.role == role && !c.signedOff) return &c;
     }
     return nullptr;
 }
@@ -640,10 +648,37 @@ void OscarTestServer::MigrateSession(const std::string& screenName) {
 void OscarTestServer::SignOffSession(const std::string& screenName) {
     Connection* c = Find(screenName, Role::Bos);
     if (!c) return;
-    Frame(*c, 4,
-          Tlv("0009", HexToBytes("01")) + Tlv("000B", "https://127.0.0.1/signed-on-elsewhere"));
+    if (truncatedSignOff_) {
+        const std::string fragment = "*" + oscar::MakeByte(4) + Word(c->sequence++);
+        c->socket->write(fragment.data(), static_cast<qint64>(fragment.size()));
+    } else {
+        Frame(*c, 4,
+              Tlv("0009", HexToBytes("01")) + Tlv("000B", "https://127.0.0.1/signed-on-elsewhere"));
+    }
+    // No longer this name's session, even before the close is seen.
+    c->signedOff = true;
     c->socket->flush();
     c->socket->disconnectFromHost();
+}
+
+void OscarTestServer::Shutdown() {
+    stopping_ = true;
+    server_.close();
+    migrationServer_.close();
+    // Closing may erase a connection at once, so the sockets are listed first.
+    std::vector<QTcpSocket*> sockets;
+    for (auto& [socket, c] : connections_)
+        sockets.push_back(socket);
+    // BOS connections first: their sign-off frame is the news.
+    for (const bool bos : {true, false}) {
+        for (QTcpSocket* socket : sockets) {
+            auto it = connections_.find(socket);
+            if (it == connections_.end() || (it->second.role == Role::Bos) != bos) continue;
+            if (bos) Frame(it->second, 4, "");
+            socket->flush();
+            socket->disconnectFromHost();
+        }
+    }
 }
 
 void OscarTestServer::CloseConnection(const std::string& screenName, Role role) {
@@ -659,7 +694,7 @@ void OscarTestServer::SendRaw(const std::string& screenName, Role role, const st
 std::vector<std::string> OscarTestServer::SignedOn() const {
     std::vector<std::string> names;
     for (const auto& [socket, c] : connections_) {
-        if (c.role == Role::Bos) names.push_back(c.user);
+        if (c.role == Role::Bos && !c.signedOff) names.push_back(c.user);
     }
     return names;
 }

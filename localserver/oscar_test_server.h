@@ -93,8 +93,19 @@ class OscarTestServer : public QObject {
     void PauseSession(const std::string& screenName);
     void ResumeSession(const std::string& screenName);
     void MigrateSession(const std::string& screenName);
-    // The channel-4 frame of a second sign-on elsewhere.
+    // The channel-4 frame of a second sign-on elsewhere (TLV 0x0009 = 01 and
+    // a web address), or, with SetTruncatedSignOff, the cut-short 4-byte
+    // frame some servers send instead; then the connection closes. A second
+    // sign-on of the same name does this to the first session's BOS connection.
     void SignOffSession(const std::string& screenName);
+    void SetTruncatedSignOff(bool truncated) { truncatedSignOff_ = truncated; }
+    // As a server that stops or restarts: every BOS connection gets an empty
+    // channel-4 frame and closes, every other connection closes, and nothing
+    // new is accepted.
+    void Shutdown();
+    // Service redirects name this "host:port" instead of this server's own
+    // address (a closed port, a silent server, a port out of range).
+    void SetServiceAddress(const std::string& address) { serviceAddress_ = address; }
     // Drops the user's connection of `role` at once.
     void CloseConnection(const std::string& screenName, Role role);
     // Writes raw bytes on the user's connection of `role`.
@@ -137,6 +148,7 @@ class OscarTestServer : public QObject {
         std::vector<Rate> rates;
         bool longRateClasses = false;  // the client asked for family 0001 version 4
         int keepAlives = 0;
+        bool signedOff = false;  // sent its sign-off frame, closing
     };
     struct Ticket {
         Role role;
@@ -182,6 +194,9 @@ class OscarTestServer : public QObject {
     std::vector<std::function<void(const RelayedLine&)>> lineListeners_;
     bool keepLines_ = true;
     bool openSignOn_ = false;
+    bool truncatedSignOff_ = false;
+    bool stopping_ = false;
+    std::string serviceAddress_;
     int joinError_ = 0;
     int bosSetups_ = 0;
     int cookieCount_ = 0;

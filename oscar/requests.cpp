@@ -44,8 +44,10 @@ void TolSock::Login(const std::string& strUser, const std::string& strPassword, 
     // A new sign-on starts from scratch, so that it ends in LoggedIn again.
     blnLoggedIn_ = false;
     blnPaused_ = false;
+    migrating_ = false;
+    signOnServer_ = "authorization server " + authHost_ + ":" + std::to_string(lngPort);
     sockets_.SetTag(0, "[Auth]connecting");
-    events_->LoginStatus("Connecting to Auth server...");
+    SignOnStatus("Connecting to Auth server...");
     sockets_.Connect(0, authHost_, static_cast<int>(lngPort));
 }
 
@@ -64,13 +66,20 @@ void TolSock::SendIM(const std::string& strScreenname, const std::string& strMes
 }
 
 void TolSock::JoinChat(const std::string& strChatName, int intExchange, int intInstance) {
+    // One join at a time: a second navigation connection's rights reply
+    // would be taken for the first join's room.
+    if (join_.active) return;
     strPendingChatName_ = text::TrimSpaces(strChatName);
     intPendingExchange_ = intExchange;
     intPendingInstance_ = intInstance;
+    join_.active = true;
     if (intChatNavIndex_ != 0) {
+        join_.navIndex = intChatNavIndex_;
+        JoinStep("waiting for the room from the " + ServerOf(intChatNavIndex_));
         SendRoomRequest(intChatNavIndex_);
         return;
     }
+    JoinStep("asking the BOS server for the chat navigation service");
     SendServiceRequest("000D");
     blnCreatePending_ = true;
 }

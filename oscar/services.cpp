@@ -25,6 +25,18 @@ std::string ChatNavigationErrorText(int subcode) {
     }
 }
 
+// A navigation error without a subcode, by its error code.
+std::string ChatNavigationRefusalText(int code) {
+    switch (code) {
+        case 0x08:
+            return "Join chat failed, the server offers no rooms on that exchange.";
+        case 0x14:
+            return "Join chat failed, no such room on that exchange.";
+        default:
+            return "Join chat failed, the chat navigation server refused the room.";
+    }
+}
+
 // A user record from 1-based position `pos`: name length, name, warning
 // level, TLV count. Returns the name and moves `pos` past the count.
 struct UserRecord {
@@ -77,7 +89,14 @@ void TolSock::ParseServiceFrame(int index, const std::string& frame) {
     if (channel == 1) {
         SendPacket(index, 1, HexToBytes("00000001") + MakeTLV("0006", 2, Conn(index).cookie));
     }
-    if (channel == 4) DropConnection(index);
+    if (channel == 4) {
+        // A sign-off frame: the connection is over, as when it is lost.
+        LoseConnection(index, "signed off by the server");
+        return;
+    }
+    if (join_.active && (index == join_.navIndex || index == join_.chatIndex)) {
+        join_.secondsLeft = kStepSeconds;
+    }
 
     const std::string key = SnacKey(Piece(frame, 7, 4));
     if (key == "00010003") {
@@ -134,6 +153,9 @@ void TolSock::ServiceRates(int index) {
         room.ChatName = strPendingChatName_;
         room.ChatIndex = index;
         chat_.push_back(room);
+        if (join_.active && index == join_.chatIndex) {
+            JoinStep("waiting for the room information from the " + ServerOf(index));
+        }
         SendPacket(index, 2, clientReady);
         ClearConnectionRedirect(index);
         return;
@@ -153,7 +175,20 @@ void TolSock::ServiceRates(int index) {
 }
 
 void TolSock::ChatNavigationReply(int index, const std::string& frame) {
-    if (blnCreatePending_) {
+    std::string data = SnacData(frame);
+    TLVList tlvs;
+    ParseTLVs(data, tlvs);
+    // Only a reply that carries a room (TLV 0x0004) is a room reply; the
+    // rights reply carries none.
+    const std::string* room = nullptr;
+    for (std::size_t i = 0; i + 1 < tlvs.size(); i += 2) {
+        if (BytesToHex(tlvs[i]) == "0004") {
+            room = &tlvs[i + 1];
+            break;
+        }
+    }
+    if (!room) {
+        if (!blnCreatePending_) return;
         // The rights reply on a connection opened for a join: the join's
         // room request follows at once.
         blnCreatePending_ = false;
@@ -163,19 +198,27 @@ void TolSock::ChatNavigationReply(int index, const std::string& frame) {
                        BuildClientReady(Conn(index).families));
         sockets_.SetTag(index, "[Chat_Navigation]connected");
         ClearConnectionRedirect(index);
+        if (join_.active) {
+            join_.navIndex = index;
+            JoinStep("waiting for the room from the " + ServerOf(index));
+        }
         SendRoomRequest(index);
         return;
     }
-    std::string data = SnacData(frame);
-    TLVList tlvs;
-    ParseTLVs(data, tlvs);
-    if (tlvs.size() < 2) return;
+    // A room nobody asked for is not joined.
+    if (!join_.active) return;
     // The room block: exchange (2), cookie length (1), cookie, ...
-    const std::string& room = tlvs[1];
-    const std::size_t cookieLength = ByteAt(room, 3).value_or(0);
-    const std::string cookie(Piece(room, 4, cookieLength));
+    const std::size_t cookieLength = ByteAt(*room, 3).value_or(0);
+    const std::string cookie(Piece(*room, 4, cookieLength));
     const auto exchange = MakeWord(intPendingExchange_);
-    if (!exchange) return;
+    // Asking for a chat service without a cookie ends the whole session on
+    // real servers.
+    if (cookie.empty() || !exchange) {
+        FailJoin("Join chat failed, the " + ServerOf(index) + " sent a room without a cookie.", 0,
+                 "000D", false);
+        return;
+    }
+    JoinStep("asking the BOS server for the chat service");
     SendPacket(0, 2,
                HexToBytes("00010004000000000001000E") +
                    MakeTLV("0001", 2,
@@ -189,11 +232,26 @@ void TolSock::ChatNavigationError(const std::string& frame) {
     std::string rest(From(data, 3));
     TLVList tlvs;
     ParseTLVs(rest, tlvs);
+    std::vector<std::uint16_t> subcodes;
     for (std::size_t i = 0; i + 1 < tlvs.size(); i += 2) {
         if (BytesToHex(tlvs[i]) != "0008") continue;
-        const auto subcode = ReadWord(tlvs[i + 1]);
-        if (subcode) events_->Error(ChatNavigationErrorText(*subcode), *subcode, 0, code);
+        if (const auto subcode = ReadWord(tlvs[i + 1])) subcodes.push_back(*subcode);
     }
+    const auto subcode =
+        subcodes.empty() ? std::nullopt : std::optional<std::uint16_t>(subcodes.front());
+    if (join_.active) {
+        // Any navigation error answers the join under way, with or without
+        // a subcode: real servers refuse an unknown room with none.
+        if (subcode) {
+            FailJoin(ChatNavigationErrorText(*subcode), *subcode, code, false);
+        } else {
+            const int error = ReadWord(Piece(data, 1, 2)).value_or(0);
+            FailJoin(ChatNavigationRefusalText(error), error, code, false);
+        }
+        return;
+    }
+    for (const std::uint16_t each : subcodes)
+        events_->Error(ChatNavigationErrorText(each), each, 0, code);
 }
 
 void TolSock::RoomInformation(int index, const std::string& frame) {
@@ -222,6 +280,7 @@ void TolSock::RoomInformation(int index, const std::string& frame) {
     room->DetailLevel = 2;
     room->ChatIndex = index;
     sockets_.SetTag(index, "[Chat]connected");
+    if (join_.active && index == join_.chatIndex) join_ = PendingJoin{};
     const Chats joined = *room;
     events_->JoinedChat(joined.ChatName, joined.Exchange, joined.Instance, index, joined.MaxPeople,
                         joined.MaxMessageLength);

@@ -74,6 +74,8 @@ void TolSock::ParsePacket(int Index, const std::string& strPacket) {
 
 void TolSock::ParseBosFrame(const std::string& frame) {
     const auto channel = ByteAt(frame, 2);
+    // Any frame is an answer: the step's deadline starts again.
+    if (signOnSecondsLeft_ > 0) signOnSecondsLeft_ = kStepSeconds;
     if (channel == 1) {
         if (blnAuthorizing_) {
             AuthorizationGreeting();
@@ -81,9 +83,11 @@ void TolSock::ParseBosFrame(const std::string& frame) {
             BosGreeting();
         }
     }
-    if (channel == 4 && blnLoggedIn_ && !blnPaused_) {
-        DropConnection(0);
-        ResetAll();
+    // The authorization server's closing frame means nothing; on BOS the
+    // frame ends the session. While paused for a move it is left to the
+    // close that follows.
+    if (channel == 4 && !blnAuthorizing_ && !blnPaused_) {
+        SignOffFrame(frame);
         return;
     }
 
@@ -93,10 +97,10 @@ void TolSock::ParseBosFrame(const std::string& frame) {
     } else if (key == "00170003") {
         AuthorizationReply(frame);
     } else if (key == "00010003") {
-        events_->LoginStatus("Requesting Supported Services Versions...");
+        SignOnStatus("Requesting Supported Services Versions...");
         SendPacket(0, 2, HexToBytes("00010017000000000001") + FixedFamilyVersions());
     } else if (key == "00010018") {
-        events_->LoginStatus("Requesting Rate Limit Information...");
+        SignOnStatus("Requesting Rate Limit Information...");
         SendPacket(0, 2, HexToBytes("00010006000000000001"));
     } else if (key == "00010007") {
         ReadRates(0, frame);
@@ -132,10 +136,45 @@ void TolSock::ParseBosFrame(const std::string& frame) {
     }
 }
 
+void TolSock::SignOnStatus(const std::string& text) {
+    signOnStep_ = text;
+    if (!signOnServer_.empty()) signOnSecondsLeft_ = kStepSeconds;
+    events_->LoginStatus(text);
+}
+
+void TolSock::SignOffFrame(const std::string& frame) {
+    std::string payload(From(frame, 7));
+    TLVList tlvs;
+    ParseTLVs(payload, tlvs);
+    SessionEnd end;
+    for (std::size_t i = 0; i + 1 < tlvs.size(); i += 2) {
+        const std::string type = BytesToHex(tlvs[i]);
+        if (type == "0009") {
+            // One byte on some servers, two on others.
+            end.code = 0;
+            for (const char byte : tlvs[i + 1].substr(0, 2))
+                end.code = end.code << 8 | static_cast<unsigned char>(byte);
+        } else if (type == "000B") {
+            end.url = tlvs[i + 1];
+        }
+    }
+    const std::string reason = end.code == 1   ? "this screen name signed on elsewhere"
+                               : end.code != 0 ? "error code " + std::to_string(end.code)
+                                               : "the server is stopping or restarting";
+    if (!blnLoggedIn_ || migrating_) {
+        FailSignOn("the " + signOnServer_ + " signed the bot off, " + reason);
+        return;
+    }
+    end.cause = end.code == 1 ? SessionEndCause::SignedOnElsewhere : SessionEndCause::ServerSignOff;
+    end.description = "Signed off by the server: " + reason +
+                      (end.url.empty() ? std::string() : " (" + end.url + ")") + ".";
+    EndSession(end);
+}
+
 void TolSock::AuthorizationGreeting() {
-    events_->LoginStatus("Sending Ack to Auth Server...");
+    SignOnStatus("Sending Ack to Auth Server...");
     SendPacket(0, 1, HexToBytes("00000001"));
-    events_->LoginStatus("Requesting Auth Key...");
+    SignOnStatus("Requesting Auth Key...");
     if (const auto length = MakeWord(static_cast<long long>(screenName_.size()))) {
         SendPacket(0, 2, HexToBytes("001700060000000000010001") + *length + screenName_);
     }
@@ -145,7 +184,7 @@ void TolSock::KeyReply(const std::string& frame) {
     const std::size_t keyLength = ByteAt(frame, 18).value_or(0);
     const std::string key(Piece(frame, 19, keyLength));
     const std::string request = BuildLoginRequest(screenName_, password_, key);
-    events_->LoginStatus("Sending Login Information...");
+    SignOnStatus("Sending Login Information...");
     if (!request.empty()) SendPacket(0, 2, request);
 }
 
@@ -174,18 +213,23 @@ void TolSock::AuthorizationReply(const std::string& frame) {
     }
     blnAuthorizing_ = false;
     Disconnect(0);
+    if (bosHost_.empty() || bosPort_ < 1 || bosPort_ > 65535) {
+        FailSignOn("the " + signOnServer_ + " named no BOS server with a port from 1 to 65535");
+        return;
+    }
+    signOnServer_ = "BOS server " + bosHost_ + ":" + std::to_string(bosPort_);
     sockets_.SetTag(0, "[BOS]connecting");
-    events_->LoginStatus("Connecting to BOS Server...");
+    SignOnStatus("Connecting to BOS Server...");
     sockets_.Connect(0, bosHost_, static_cast<int>(bosPort_));
 }
 
 void TolSock::BosGreeting() {
-    if (!blnLoggedIn_) events_->LoginStatus("Sending Ack and Cookie to BOS Server...");
+    if (!blnLoggedIn_) SignOnStatus("Sending Ack and Cookie to BOS Server...");
     SendPacket(0, 1, HexToBytes("00000001") + MakeTLV("0006", 2, bosCookie_));
 }
 
 void TolSock::RateInformation() {
-    events_->LoginStatus("Sending Service Requests...");
+    SignOnStatus("Sending Service Requests...");
     for (const char* snac : {
              "0001000800000000000800010002000300040005",  // rate acknowledgement
              "0001000E00000000000E",                      // own user information
@@ -201,7 +245,7 @@ void TolSock::RateInformation() {
 }
 
 void TolSock::BosRights() {
-    events_->LoginStatus("Login Completed!");
+    SignOnStatus("Login Completed!");
     SendPacket(0, 2, HexToBytes("00130007000000000007"));
     SendPacket(0, 2,
                HexToBytes("00020004000000000004") +
@@ -209,6 +253,10 @@ void TolSock::BosRights() {
                    MakeTLV("0002", 2, kProfile) + MakeTLV("0006", 2, HexToBytes("000400020002")));
     SendPacket(0, 2, HexToBytes("00040002000000000002") + strICBMParams_);
     SendPacket(0, 2, HexToBytes("00010002000000000001") + FixedClientReady());
+    // Signed on (or moved): nothing is waited on any more.
+    migrating_ = false;
+    signOnServer_.clear();
+    signOnSecondsLeft_ = 0;
     if (blnLoggedIn_) {
         blnPaused_ = false;
     } else {
@@ -237,6 +285,13 @@ void TolSock::Migration(const std::string& frame) {
         }
     }
     Disconnect(0);
+    migrating_ = true;
+    if (bosHost_.empty() || bosPort_ < 1 || bosPort_ > 65535) {
+        FailSignOn("the notice named no BOS server with a port from 1 to 65535");
+        return;
+    }
+    signOnServer_ = "BOS server " + bosHost_ + ":" + std::to_string(bosPort_);
+    signOnSecondsLeft_ = kStepSeconds;
     sockets_.Connect(0, bosHost_, static_cast<int>(bosPort_));
 }
 
@@ -257,10 +312,19 @@ void TolSock::GenericError(const std::string& frame) {
     std::string rest(From(data, 3));
     TLVList tlvs;
     ParseTLVs(rest, tlvs);
-    if (tlvs.size() < 2 || BytesToHex(tlvs[0]) != "0008") return;
-    const auto subcode = ReadWord(tlvs[1]);
-    if (!subcode) return;
-    events_->Error(GenericErrorText(*subcode), *subcode, 0, code);
+    const bool hasSubcode = tlvs.size() >= 2 && BytesToHex(tlvs[0]) == "0008";
+    const auto subcode = hasSubcode ? ReadWord(tlvs[1]) : std::nullopt;
+    if (join_.active) {
+        // The answer to the join's service request: the join is over.
+        if (subcode) {
+            FailJoin(GenericErrorText(*subcode), *subcode, code, false);
+        } else {
+            FailJoin("Join chat failed, the BOS server refused the service.",
+                     ReadWord(Piece(data, 1, 2)).value_or(0), code, false);
+        }
+        return;
+    }
+    if (subcode) events_->Error(GenericErrorText(*subcode), *subcode, 0, code);
 }
 
 }  // namespace oscar

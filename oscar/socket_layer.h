@@ -36,6 +36,9 @@ class SocketLayer {
     virtual std::string ReadAll(int index) = 0;
     virtual void Close(int index) = 0;
     virtual bool IsConnected(int index) const = 0;
+    // Why the last connect or connection on `index` failed ("Connection
+    // refused", ...); empty when the layer cannot tell.
+    virtual std::string ErrorText(int /*index*/) const { return {}; }
 
     virtual std::string Tag(int index) const = 0;
     virtual void SetTag(int index, const std::string& tag) = 0;

@@ -26,10 +26,30 @@
 
 namespace oscar {
 
+// How the last session ended, for whoever decides whether to sign on again:
+// "signed on elsewhere" must not be answered by signing on again at once.
+enum class SessionEndCause {
+    None,
+    ConnectionLost,     // the BOS connection failed or its peer closed it
+    ServerSignOff,      // a sign-off frame: the server stops or restarts
+    SignedOnElsewhere,  // a sign-off frame with code 1
+    SignOnFailed,       // a sign-on step failed or got no answer in time
+    MigrationFailed,    // moving to another BOS server failed
+};
+
+struct SessionEnd {
+    SessionEndCause cause = SessionEndCause::None;
+    int code = 0;             // the sign-off frame's error code (TLV 0x0009), 0 when none
+    std::string url;          // the sign-off frame's web address (TLV 0x000B)
+    std::string description;  // the text raised with ConnectionLost(0, ...)
+};
+
 class TolSock : public SocketListener {
   public:
     // The highest socket index the client uses.
     static constexpr int kMaxIndex = 50;
+    // Seconds a sign-on step or a step of a join may wait for its server.
+    static constexpr int kStepSeconds = 15;
 
     explicit TolSock(SocketLayer& sockets);
     ~TolSock() override;
@@ -96,6 +116,11 @@ class TolSock : public SocketListener {
     void OnDataArrival(int index) override;
     void OnSocketError(int index) override;
 
+    // --- Deadlines --------------------------------------------------------
+    // One second has passed: a sign-on step or a join that has waited
+    // kStepSeconds for its server fails, saying which step and which server.
+    void TickSecond();
+
     // --- State ------------------------------------------------------------
     // The joined rooms, in the order their connections were set up.
     std::vector<Chats>& Chat() { return chat_; }
@@ -107,6 +132,12 @@ class TolSock : public SocketListener {
     bool LoggedInState() const { return blnLoggedIn_; }
     bool Paused() const { return blnPaused_; }
     bool Authorizing() const { return blnAuthorizing_; }
+    // A join is under way: a second one is refused until it ends.
+    bool JoinPending() const { return join_.active; }
+    // Every end of a session (a lost BOS connection, a sign-off frame, a
+    // failed sign-on step or migration) is raised as ConnectionLost(0, ...)
+    // and recorded here first.
+    const SessionEnd& LastSessionEnd() const { return lastEnd_; }
 
   private:
     struct Connection {
@@ -122,6 +153,16 @@ class TolSock : public SocketListener {
         RateLimiter rates;
         std::deque<std::string> queue;
         std::int64_t lastWrite = -1;
+        std::string address;  // "host:port" of the service's server
+    };
+
+    // The join under way, and the step it waits on.
+    struct PendingJoin {
+        bool active = false;
+        int secondsLeft = 0;
+        std::string step;   // "connecting to the chat server 127.0.0.1:5190", ...
+        int navIndex = 0;   // the chat-navigation connection it uses
+        int chatIndex = 0;  // the room's connection, once redirected
     };
 
     struct PendingAdmin {
@@ -149,6 +190,21 @@ class TolSock : public SocketListener {
     void OnClock();
     void Reschedule();
     void QueueChanged(int index);
+    // The connection to `index` ended (a socket error, the peer closed it, or
+    // a sign-off frame); `why` says how.
+    void LoseConnection(int index, const std::string& why);
+    // The one way a session ends: rooms left, everything reset, then
+    // ConnectionLost(0, end.description).
+    void EndSession(SessionEnd end);
+    // Fails a sign-on or migration step: which step, which server, why.
+    void FailSignOn(const std::string& why);
+    void SignOffFrame(const std::string& frame);
+    void SignOnStatus(const std::string& text);
+    void WaitForBos(const std::string& step);
+    void JoinStep(std::string step);
+    void FailJoin(const std::string& text, int code, std::string family, bool dropNav);
+    std::string ServerOf(int index) const;
+    // Opens the connection a redirect names, unless its address is unusable.
     void OpenServiceConnection(const TLVList& tlvs);
     void SendServiceRequest(const char* familyHex);
     void SendRoomRequest(int index);
@@ -225,6 +281,14 @@ class TolSock : public SocketListener {
     std::string bosCookie_;
     std::string strAccountEmail_;
     std::string strICBMParams_;
+    bool migrating_ = false;
+    // The sign-on (or migration) step waited on: its server and seconds left
+    // (0: nothing is waited on).
+    std::string signOnServer_;
+    std::string signOnStep_;
+    int signOnSecondsLeft_ = 0;
+    SessionEnd lastEnd_;
+    PendingJoin join_;
 
     // Chat rooms.
     std::string strPendingChatName_;

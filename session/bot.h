@@ -33,6 +33,8 @@ struct Platform {
     game::Timer& tmrTopics;
     game::Timer& tmrCcoms;
     game::Timer& tmrCcom2;
+    // Ticks once a second: the client's sign-on and join deadlines.
+    game::Timer& tmrDeadline;
     game::OperatorDialogs& dialogs;
     std::function<void(const std::string&)> openUrl;
     std::function<void()> openTopicPicker;
@@ -64,7 +66,7 @@ class Bot {
           game({platform.dialogs, chatSender, random, errors, platform.tmrMsgPause,
                 platform.tmrIdle, platform.tmrTopics, platform.openTopicPicker}),
           commands(game, console, platform.tmrCcoms, platform.tmrCcom2),
-          session(client, game, commands, console, platform.dialogs),
+          session(client, game, commands, console, platform.dialogs, errors),
           actions(game, platform.dialogs, platform.tmrIdle, platform.openUrl),
           editing(game, commands, client, platform.dialogs, errors, platform.tmrMsgPause,
                   platform.tmrIdle),
@@ -72,10 +74,17 @@ class Bot {
           settings(
               game, commands, topicFiles, platform.dialogs, errors, platform.programFolder,
               [this](const std::string& user) { session.cmdSetUser_Click(user); },
-              [this] { return session.UserName(); }) {
+              [this] { return session.UserName(); }),
+          tmrDeadline_(platform.tmrDeadline) {
         client.SetObserver(&session);
+        tmrDeadline_.SetTick([this] { client.TickSecond(); });
+        tmrDeadline_.Enable();
     }
-    ~Bot() { client.SetObserver(nullptr); }
+    ~Bot() {
+        tmrDeadline_.Disable();
+        tmrDeadline_.SetTick({});
+        client.SetObserver(nullptr);
+    }
     Bot(const Bot&) = delete;
     Bot& operator=(const Bot&) = delete;
 
@@ -92,6 +101,9 @@ class Bot {
     ListEditing editing;
     files::TopicFiles topicFiles;
     files::SettingsFile settings;
+
+  private:
+    game::Timer& tmrDeadline_;
 };
 
 }  // namespace session

@@ -25,12 +25,13 @@ std::string BuildProfileHeader() {
 
 SessionControl::SessionControl(oscar::TolSock& client, game::Game& game,
                                game::ChatCommands& commands, game::Console& console,
-                               game::OperatorDialogs& dialogs)
+                               game::OperatorDialogs& dialogs, game::StringList& errors)
     : client_(client),
       game_(game),
       commands_(commands),
       console_(console),
       dialogs_(dialogs),
+      errors_(errors),
       profileHeader_(BuildProfileHeader()) {
     client_.SetQueueObserver(
         [this](int index, std::size_t waiting) { SendQueueChanged(index, waiting); });
@@ -70,10 +71,14 @@ void SessionControl::cmdSignOff_Click() {
 void SessionControl::cmdJoin_Click(const std::string& txtChat, const std::string& txtEx) {
     if (!game_.SignedOn) return Note("You need to sign on to join a chat!");
     if (!client_.Chat().empty()) return Note("You are already in a chat!");
+    if (client_.JoinPending()) {
+        return Note("A join is already under way: wait until it has joined or failed.");
+    }
     if (text::TrimSpaces(txtChat).empty()) return Note("You need to enter in a chat name to join!");
     if (text::TrimSpaces(txtEx).empty()) {
         return Note("You need to enter in the exchange you want to join!");
     }
+    roomShown_ = true;
     SetChatStatus("Joining chat...");
     client_.JoinChat(txtChat, static_cast<int>(std::min(text::LeadingNumber(txtEx), 65535LL)), 0);
 }
@@ -117,6 +122,12 @@ void SessionControl::LoggedOff() {
     // Signed off, the game stops too: no timer goes on sending into a room
     // that is gone. The word list and its position stay for the next sign-on.
     game_.StopPlay();
+    // Whatever room was shown, or joined, is gone with the session.
+    people_.Clear();
+    if (roomShown_) {
+        roomShown_ = false;
+        SetChatStatus("Left chat.");
+    }
     SetInfo("Offline.");
 }
 
@@ -127,15 +138,25 @@ void SessionControl::LoginError(const std::string& strDescription, int intErrorC
 void SessionControl::Error(const std::string& strDescription, int intErrorCode, int,
                            const std::string&) {
     const std::string text = strDescription + " Error code: " + std::to_string(intErrorCode);
-    if (IsRoomError(intErrorCode)) {
+    // Every failed join says so at its start, whatever the server's code.
+    if (IsRoomError(intErrorCode) || strDescription.starts_with("Join chat failed")) {
+        roomShown_ = false;
         SetChatStatus(text);
     } else {
         SetInfo(text);
     }
 }
 
-void SessionControl::ConnectionLost(int intSockIndex, const std::string&) {
+void SessionControl::ConnectionLost(int intSockIndex, const std::string& strDescription) {
+    errors_.Append(strDescription);
     if (intSockIndex != 0) return;
+    if (!game_.SignedOn) {
+        // The sign-on never got through: the status says which step and
+        // which server failed, and Sign On can be pressed again.
+        client_.LogOff();
+        SetInfo(strDescription);
+        return;
+    }
     dialogs_.ShowMessage("Connection to the main BOS server has been lost",
                          std::string(game::kProductTitle), game::MessageKind::Plain);
     cmdSignOff_Click();
@@ -143,12 +164,14 @@ void SessionControl::ConnectionLost(int intSockIndex, const std::string&) {
 
 void SessionControl::JoinedChat(const std::string& strChatName, int, int, int intChatIndex, int,
                                 int) {
+    roomShown_ = true;
     console_.AppendLine("You have entered chat room '" + strChatName + "'.");
     client_.SendChat(intChatIndex, game_.Style().Styled(game::JoinBanner()));
     SetChatStatus("Joined '" + strChatName + "'!");
 }
 
 void SessionControl::LeftChat(const std::string&, int, int, int intChatIndex) {
+    roomShown_ = false;
     SetChatStatus("Left chat.");
     people_.Clear();
     const auto& rooms = client_.Chat();

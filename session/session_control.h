@@ -27,7 +27,8 @@ struct SignOnFields {
 class SessionControl : public oscar::ClientEvents {
   public:
     SessionControl(oscar::TolSock& client, game::Game& game, game::ChatCommands& commands,
-                   game::Console& console, game::OperatorDialogs& dialogs);
+                   game::Console& console, game::OperatorDialogs& dialogs,
+                   game::StringList& errors);
     ~SessionControl() override { client_.SetQueueObserver(nullptr); }
     SessionControl(const SessionControl&) = delete;
     SessionControl& operator=(const SessionControl&) = delete;
@@ -95,7 +96,10 @@ class SessionControl : public oscar::ClientEvents {
     game::ChatCommands& commands_;
     game::Console& console_;
     game::OperatorDialogs& dialogs_;
+    game::StringList& errors_;
 
+    // The room status shows a room or a join under way, which a sign-off ends.
+    bool roomShown_ = false;
     std::string lblInfo_ = "Offline.";
     std::string lblChatStatus_ = "You are not in a chat.";
     std::string lblPeopleCount_ = "# People Here";

@@ -167,7 +167,10 @@ TEST_F(ChatRoomsTest, ASignOffFrameOnARoomLeavesIt) {
     const int room = JoinRoom("Lobby", 4);
     events.Take();
     sockets.Deliver(room, Frame(4, ""));
-    EXPECT_EQ(events.Take(), Lines{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")"});
+    EXPECT_EQ(events.Take(), (Lines{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")",
+                                    "ConnectionLost(" + std::to_string(room) +
+                                        ", Connection to chat Name: Lobby, Exchange: 4, "
+                                        "Instance: 0 has been lost.)"}));
     EXPECT_TRUE(client.Chat().empty());
 }
 

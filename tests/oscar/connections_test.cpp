@@ -247,10 +247,12 @@ TEST_F(ConnectionsTest, ResetsCloseEverythingAndLogOffSaysSo) {
     EXPECT_EQ(sockets.sockets.size(), 1u) << "only element 0 is left";
     EXPECT_FALSE(sockets.IsConnected(0));
 
-    // A sign-off frame on index 0 once signed on ends the session silently.
+    // A sign-off frame on index 0 once signed on ends the session, saying so.
     SignOn();
     sockets.Deliver(0, Frame(4, ""));
-    EXPECT_TRUE(events.log.empty());
+    EXPECT_EQ(events.Take(), std::vector<std::string>{"ConnectionLost(0, Signed off by the "
+                                                      "server: the server is stopping or "
+                                                      "restarting.)"});
     EXPECT_FALSE(client.LoggedInState());
     EXPECT_FALSE(sockets.IsConnected(0));
 }

@@ -165,10 +165,11 @@ TEST_F(SignOnTest, MigrationRepeatsTheSetupSilently) {
     EXPECT_FALSE(client.Paused());
 }
 
-TEST_F(SignOnTest, ABosAddressWithoutAPortLeavesHostAndPortUnset) {
+TEST_F(SignOnTest, ABosAddressWithoutAPortIsNeverConnectedTo) {
     client.Login("Bot", "pw", 5190, false, false, "h");
     sockets.Deliver(0, AuthReply(MakeTLV("0005", 2, "bos.example.net") + MakeTLV("0006", 2, "C")));
-    EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{0, ":0"}));
+    EXPECT_EQ(sockets.connectLog, (std::vector<std::pair<int, std::string>>{{0, "h:5190"}}));
+    EXPECT_FALSE(client.Authorizing());
 }
 
 TEST_F(SignOnTest, ASignOffFrameBeforeSignOnDoesNothing) {

@@ -75,12 +75,14 @@ class EndToEndTest : public ::testing::Test {
     testing_support::FakeDialogs dialogs;
     QtSocketLayer sockets;
     QtTimer tmrMsgPause{1000}, tmrIdle{1000}, tmrTopics{25000}, tmrCcoms{10000}, tmrCcom2{10000};
+    QtTimer tmrDeadline{1000};
     session::Bot bot{{sockets,
                       tmrMsgPause,
                       tmrIdle,
                       tmrTopics,
                       tmrCcoms,
                       tmrCcom2,
+                      tmrDeadline,
                       dialogs,
                       {},
                       {},

@@ -149,12 +149,14 @@ int main(int argc, char** argv) {
     testing_support::FakeDialogs dialogs;
     QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
     QtClock clock;  // outlives the bot, whose client holds it
+    QtTimer tmrDeadline(1000);
     session::Bot bot({sockets,
                       tmrMsgPause,
                       tmrIdle,
                       tmrTopics,
                       tmrCcoms,
                       tmrCcom2,
+                      tmrDeadline,
                       dialogs,
                       {},
                       {},

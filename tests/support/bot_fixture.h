@@ -58,13 +58,14 @@ class BotTest : public ::testing::Test {
     TempFolder folder;
     FakeDialogs dialogs;
     FakeSocketLayer sockets;
-    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
+    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline;
     session::Bot bot{{sockets,
                       tmrMsgPause,
                       tmrIdle,
                       tmrTopics,
                       tmrCcoms,
                       tmrCcom2,
+                      tmrDeadline,
                       dialogs,
                       {},
                       {},

@@ -38,11 +38,11 @@ class WindowTest : public ::testing::Test {
     QTemporaryDir folder;
     FakeDialogs dialogs;
     QtSocketLayer sockets;
-    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
+    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline;
     std::vector<std::string> opened;
     int pickerRequests = 0;
-    session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, dialogs,
-                      [this](const std::string& url) { opened.push_back(url); },
+    session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline,
+                      dialogs, [this](const std::string& url) { opened.push_back(url); },
                       [this] { ++pickerRequests; }, folder.path().toStdString()}};
     FrmMain window{bot};
 };
