@@ -55,7 +55,10 @@ void SessionControl::cmdSignOn_Click(const SignOnFields& f) {
     if (sn.size() < 2) return Note("Screennames must be 2 or more characters long!");
     if (text::TrimSpaces(f.cmbServers).empty()) return Note("You must enter in a server!");
     if (text::TrimSpaces(f.txtPort).empty()) return Note("You must enter in a port to use!");
-    client_.Login(f.txtSN, f.txtPW, text::LeadingNumber(f.txtPort), false, false, f.cmbServers);
+    // A port number has 16 bits: a larger one would wrap to some other port.
+    const long long port = text::LeadingNumber(f.txtPort);
+    if (port < 1 || port > 65535) return Note(kPortRange);
+    client_.Login(f.txtSN, f.txtPW, port, false, false, f.cmbServers);
     SetInfo("Logging in...");
 }
 

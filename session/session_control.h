@@ -29,6 +29,9 @@ class SessionControl : public oscar::ClientEvents {
     SessionControl(oscar::TolSock& client, game::Game& game, game::ChatCommands& commands,
                    game::Console& console, game::OperatorDialogs& dialogs);
 
+    // The refusal of a port that is no port number.
+    static constexpr const char* kPortRange = "The port must be a number from 1 to 65535!";
+
     // --- Operator actions -------------------------------------------------
     void cmdSignOn_Click(const SignOnFields& fields);
     void cmdSignOff_Click();
