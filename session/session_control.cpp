@@ -171,13 +171,24 @@ void SessionControl::PeopleChanged(int chatIndex, const std::string& screenName,
         people_.Clear();
         return;
     }
-    std::vector<std::string>& people =
-        client_.Chat()[static_cast<std::size_t>(position - 1)].PeopleHere;
+    oscar::NameSequence& people = client_.Chat()[static_cast<std::size_t>(position - 1)].PeopleHere;
     const std::string name = text::NormalizeName(screenName);
-    const auto at = std::find(people.begin(), people.end(), name);
-    if (joined && at == people.end()) people.push_back(name);
-    if (!joined && at != people.end()) people.erase(at);
-    UpdateUserList(position);
+    // A room in view gets the one name added or taken out; copying the
+    // whole room for each arrival made a crowded room's join quadratic.
+    const bool shown = people_.Shows(people);
+    if (joined) {
+        people.push_back(name);
+    } else {
+        people.erase(name);
+    }
+    if (!shown) return UpdateUserList(position);
+    if (joined) {
+        people_.Add(name);
+    } else {
+        people_.Remove(name);
+    }
+    lblPeopleCount_ = std::to_string(people.size()) + " People Here";
+    Changed();
 }
 
 int SessionControl::RoomPosition(int chatIndex) const {
