@@ -41,7 +41,8 @@ std::string ReportSkipped(const CheckedTopic& checked, const std::string& name,
     if (checked.skipped.empty()) return {};
     std::vector<std::pair<const char*, std::size_t>> counts;
     for (std::size_t i = 0; i < checked.skipped.size(); ++i) {
-        const auto& [line, reason] = checked.skipped[i];
+        const std::size_t line = checked.skipped[i].first;
+        const char* reason = checked.skipped[i].second;
         if (i < kListedSkips) {
             errors.Append("Skipped line " + std::to_string(line) + " of '" + path + "': " + reason +
                           ".");
