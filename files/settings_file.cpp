@@ -86,6 +86,12 @@ void SettingsFile::cmdSaveSettings_Click(const SettingsFields& f) {
         lines.push_back("topic:" + topic.GetTopic() + ":" + topic.GetDir());
     }
     lines.push_back("mode:" + std::to_string(game_.Modes().GetGameMode()));
+    // One setting, one line: a line break inside a value (a name or a path
+    // from anywhere) would let it write lines of its own, so it goes.
+    for (std::string& line : lines) {
+        std::erase(line, '\r');
+        std::erase(line, '\n');
+    }
 
     // A new file replaces the old one only once it is whole.
     if (!ReplaceLines(Path(), lines)) {

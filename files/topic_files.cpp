@@ -9,12 +9,64 @@ namespace files {
 
 namespace {
 
-game::TopicClass TopicFromLines(const std::vector<std::string>& lines) {
+// The most skipped lines of one file that the error log lists one by one.
+constexpr std::size_t kListedSkips = 100;
+
+struct CheckedTopic {
     game::TopicClass topic;
-    for (const std::string& line : lines) {
-        if (!line.empty()) topic.AddWord(line);
+    std::size_t lines = 0;                                     // non-empty lines read
+    std::vector<std::pair<std::size_t, const char*>> skipped;  // line number, reason
+};
+
+// Empty lines are no entries; lines that could never be played are left out.
+CheckedTopic TopicFromLines(const std::vector<std::string>& lines) {
+    CheckedTopic checked;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::string& line = lines[i];
+        if (line.empty()) continue;
+        ++checked.lines;
+        if (const char* reason = game::UnplayableReason(line)) {
+            checked.skipped.emplace_back(i + 1, reason);
+        } else {
+            checked.topic.AddWord(line);
+        }
     }
-    return topic;
+    return checked;
+}
+
+// Lists the skipped lines in the error log and gives the sentence that
+// sums them up ("" when none was skipped).
+std::string ReportSkipped(const CheckedTopic& checked, const std::string& name,
+                          const std::string& path, game::StringList& errors) {
+    if (checked.skipped.empty()) return {};
+    std::vector<std::pair<const char*, std::size_t>> counts;
+    for (std::size_t i = 0; i < checked.skipped.size(); ++i) {
+        const std::size_t line = checked.skipped[i].first;
+        const char* reason = checked.skipped[i].second;
+        if (i < kListedSkips) {
+            errors.Append("Skipped line " + std::to_string(line) + " of '" + path + "': " + reason +
+                          ".");
+        }
+        auto counted = std::find_if(counts.begin(), counts.end(),
+                                    [reason](const auto& c) { return c.first == reason; });
+        if (counted == counts.end()) {
+            counts.emplace_back(reason, 1);
+        } else {
+            ++counted->second;
+        }
+    }
+    if (checked.skipped.size() > kListedSkips) {
+        errors.Append("... and " + std::to_string(checked.skipped.size() - kListedSkips) +
+                      " more skipped lines of '" + path + "'.");
+    }
+    std::string sentence = std::to_string(checked.skipped.size()) + " of " +
+                           std::to_string(checked.lines) + " lines of topic '" + name +
+                           "' could never be played and were skipped: ";
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        if (i > 0) sentence += ", ";
+        sentence += std::to_string(counts[i].second) + " " + counts[i].first;
+    }
+    return sentence + ". The error log lists them.";
 }
 
 }  // namespace
@@ -53,7 +105,8 @@ void TopicFiles::cmdLoadTopic_Click() {
         errors_.Append("Failed to load topic from directory '" + FolderOf(*path) + "'!");
         return;
     }
-    game::TopicClass topic = TopicFromLines(file.lines);
+    CheckedTopic checked = TopicFromLines(file.lines);
+    game::TopicClass& topic = checked.topic;
     topic.SetDirectory(*path);
     // The new topic counts among the loaded ones while its name is asked
     // for: its empty name is what a blank answer runs into.
@@ -73,7 +126,9 @@ void TopicFiles::cmdLoadTopic_Click() {
     if (answer.empty()) answer = "Topic #" + number;
     topics.pop_back();
     topic.SetTopicName(answer);
+    const std::string skipped = ReportSkipped(checked, answer, *path, errors_);
     lists_.AddLoadedTopic(std::move(topic));
+    if (!skipped.empty()) dialogs_.ShowMessage(skipped, "Note", game::MessageKind::Warning);
 }
 
 void TopicFiles::cmdMerge_Click() {
@@ -130,10 +185,13 @@ void TopicFiles::AutoLoadTopic(const std::string& name, const std::string& path)
         errors_.Append("Failed to auto load topic '" + name + "' from directory '" + path + "'!");
         return;
     }
-    game::TopicClass topic = TopicFromLines(file.lines);
-    topic.SetTopicName(name);
-    topic.SetDirectory(path);
-    lists_.AddLoadedTopic(std::move(topic));
+    CheckedTopic checked = TopicFromLines(file.lines);
+    checked.topic.SetTopicName(name);
+    checked.topic.SetDirectory(path);
+    // Loaded with the settings: no box of its own, the summary is logged.
+    const std::string skipped = ReportSkipped(checked, name, path, errors_);
+    if (!skipped.empty()) errors_.Append(skipped);
+    lists_.AddLoadedTopic(std::move(checked.topic));
 }
 
 }  // namespace files

@@ -5,8 +5,10 @@
 // back into the client, as the window does, to shake out re-entrancy faults.
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 
+#include "fuzz/join_room.h"
 #include "oscar/tolsock.h"
 #include "support/fake_sockets.h"
 #include "support/frames.h"
@@ -49,14 +51,10 @@ void EnterState(std::uint8_t state, FakeSocketLayer& sockets, oscar::TolSock& cl
     const std::size_t count = state % 4 == 1 ? 4 : frames.size();  // mid-setup or signed on
     for (std::size_t i = 0; i < count; ++i)
         sockets.Deliver(0, frames[i]);
-    if (state % 4 == 3) {
-        // Joined: navigation on index 1, the room on index 2.
-        for (int index : {1, 2}) {
-            sockets.Deliver(index, Greeting());
-            sockets.Deliver(index, SnacFrame("00010007000000000000"));
-        }
-        sockets.Deliver(1, SnacFrame("000D0009000000000000"));
-    }
+    // Joined: signing on asked for the room (see LoggedIn above); the servers
+    // answer through both redirects, so the room is on the client's list and
+    // its handlers run for the input below.
+    if (state % 4 == 3 && fuzz_support::JoinRoom(sockets, client, "Room") == 0) std::abort();
 }
 
 }  // namespace

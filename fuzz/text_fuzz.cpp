@@ -22,9 +22,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FakeDialogs dialogs;
     dialogs.yesNoAnswers = {true, false, true};
     FakeSocketLayer sockets;
-    FakeTimer msgPause, idle, topics, ccoms, ccom2;
+    FakeTimer msgPause, idle, topics, ccoms, ccom2, deadline;
     session::Bot bot(
-        {sockets, msgPause, idle, topics, ccoms, ccom2, dialogs, {}, {}, "/nonexistent"});
+        {sockets, msgPause, idle, topics, ccoms, ccom2, deadline, dialogs, {}, {}, "/nonexistent"});
 
     files::SettingsFields fields;
     std::vector<std::pair<std::string, std::string>> topicLines;

@@ -88,9 +88,19 @@ bool ChatCommands::RunOpCommand(int chatIndex, const std::string& cmd) {
     auto matches = [&cmd](std::string_view prefix) { return cmd.starts_with(prefix); };
     auto nameAfter = [&cmd](std::string_view prefix) { return cmd.substr(prefix.size()); };
     auto reply = [this, chatIndex](const std::string& text) { game_.SendToRoom(chatIndex, text); };
+    // The four name commands take screen names only: a name is echoed in the
+    // reply and kept one per line in the settings file, so markup or a line
+    // break in it would reach both.
+    auto badName = [&](std::string_view prefix) {
+        if (!matches(prefix) || text::IsScreenName(nameAfter(prefix))) return false;
+        reply(kNotAScreenName);
+        return true;
+    };
 
     if (matches("/help")) {
         reply(kHelpText);
+    } else if (badName("/op") || badName("/deop") || badName("/allow") || badName("/disallow")) {
+        // refused, with the pause like any other reply
     } else if (matches("/op")) {
         reply(AddName(ops_, nameAfter("/op"), " has been oped.", " is already oped."));
     } else if (matches("/deop")) {

@@ -30,6 +30,8 @@ class ChatCommands {
     static constexpr const char* kHelpText =
         "<B><U>COMMANDS</U></B>: /Op, /Deop, /Start, /Stop, /New Game, /New Topic, /Score, "
         "/Answer, /Hint, /Skip, /Disallow, /Allow, /End Game";
+    // The reply to a name command whose name is no screen name.
+    static constexpr const char* kNotAScreenName = "That is not a screen name.";
 
   private:
     // Runs the first op command that `cmd` begins with; true when the

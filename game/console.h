@@ -14,8 +14,8 @@ class Console {
 
     const std::string& Text() const { return text_; }
 
-    // Appends `line` and a CR LF; a transcript already at the limit is
-    // emptied first.
+    // Appends `line`, its control characters made visible, and a CR LF; a
+    // transcript already at the limit is emptied first.
     void AppendLine(std::string_view line);
     void Clear();
 

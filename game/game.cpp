@@ -250,7 +250,9 @@ void Game::CheckAnswer(int chatIndex, const std::string& sender, const std::stri
     const std::string answer = text::TrimSpaces(*pendingAnswer_);
     if (text::LowerCase(text) != text::LowerCase(answer)) return;
 
-    SendToRoom(chatIndex, sender + " got it right!!! (" + answer + ")");
+    // The sender's name is the server's text, not ours: it goes into the
+    // line, and into the score lines later, as text, never as markup.
+    SendToRoom(chatIndex, text::EscapeMarkup(sender) + " got it right!!! (" + answer + ")");
     pendingAnswer_.reset();
     if (GameOn) {
         env_.tmrIdle.Disable();
@@ -258,7 +260,7 @@ void Game::CheckAnswer(int chatIndex, const std::string& sender, const std::stri
         ResetTimers();
         env_.tmrMsgPause.Enable();
     }
-    const std::string player = text::NormalizeName(sender);
+    const std::string player = text::EscapeMarkup(text::NormalizeName(sender));
     if (scores_.Has(player)) {
         UpdateScore(player, 1);
     } else {

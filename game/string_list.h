@@ -24,17 +24,30 @@ class ListObserver {
     virtual void SelectionChanged(int /*row*/) {}
 };
 
-class StringList {
+// What a view needs of a list: its rows, the selected row, and news of
+// every change.
+class ListSource {
   public:
-    int Count() const { return static_cast<int>(rows_.size()); }
+    virtual ~ListSource() = default;
+    virtual int Count() const = 0;
+    virtual const std::string& At(int row) const = 0;
+    // The selected row, or -1 when none is.
+    virtual int Selected() const = 0;
+    // Selects `row`; anything outside the rows selects none.
+    virtual void Select(int row) = 0;
+    // At most one observer, usually the window's list model.
+    virtual void SetObserver(ListObserver* observer) = 0;
+};
+
+class StringList final : public ListSource {
+  public:
+    int Count() const override { return static_cast<int>(rows_.size()); }
     bool Empty() const { return rows_.empty(); }
-    const std::string& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }
+    const std::string& At(int row) const override { return rows_[static_cast<std::size_t>(row)]; }
     const std::vector<std::string>& Rows() const { return rows_; }
 
-    // The selected row, or -1 when none is.
-    int Selected() const { return selected_; }
-    // Selects `row`; anything outside the rows selects none.
-    void Select(int row);
+    int Selected() const override { return selected_; }
+    void Select(int row) override;
 
     void Append(std::string row);
     void AppendAll(const std::vector<std::string>& rows);
@@ -51,8 +64,7 @@ class StringList {
     std::vector<std::string> TakeAll();
     void Clear();
 
-    // At most one observer, usually the window's list model.
-    void SetObserver(ListObserver* observer) { observer_ = observer; }
+    void SetObserver(ListObserver* observer) override { observer_ = observer; }
 
   private:
     std::vector<std::string> rows_;

@@ -16,6 +16,18 @@ struct EntryParts {
 };
 EntryParts SplitEntry(std::string_view entry);
 
+// The longest entry a topic takes: its puzzle line (a blanked answer is
+// three times as long) must fit in one chat line of the usual 1024 bytes,
+// with room for the style prefix.
+inline constexpr std::size_t kMaxEntryLength = 255;
+
+// Why `entry` can never be played ("longer than 255 characters", "with
+// control characters", "without an answer", "with markup in the answer"),
+// or nullptr when it can. A player's line reaches the answer check trimmed
+// and without tags, so an empty answer would match a blank line and an
+// answer with a tag would match nothing.
+const char* UnplayableReason(std::string_view entry);
+
 // Topic names are matched by their key: lower case, every space removed.
 std::string TopicKey(std::string_view name);
 

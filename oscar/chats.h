@@ -2,7 +2,8 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "oscar/name_sequence.h"
 
 namespace oscar {
 
@@ -16,7 +17,7 @@ struct Chats {
     std::string Cookie;
     int ChatIndex = 0;  // the socket index of the room's connection
     // The people in the room, normalized; kept by the window, not the client.
-    std::vector<std::string> PeopleHere;
+    NameSequence PeopleHere;
 };
 
 }  // namespace oscar

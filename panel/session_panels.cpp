@@ -3,6 +3,7 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "game/product.h"
@@ -138,18 +139,34 @@ ConsolePanel::ConsolePanel(session::Bot& bot, QWidget* parent) : QWidget(parent)
     layout->addLayout(grid, 1);
     layout->addLayout(sendRow);
 
-    bot.console.SetObserver([this](std::string_view appended, bool cleared) {
-        if (cleared) txtMsg->clear();
-        if (appended.empty()) return;
-        QString text = FromCp1252(std::string(appended));
-        text.replace("\r\n", "\n");
-        txtMsg->moveCursor(QTextCursor::End);
-        txtMsg->insertPlainText(text);
-        txtMsg->moveCursor(QTextCursor::End);
-    });
+    bot.console.SetObserver(
+        [this](std::string_view appended, bool cleared) { Append(appended, cleared); });
     connect(cmdSendChat, &QPushButton::clicked, this, &ConsolePanel::Send);
     connect(txtSend, &QLineEdit::returnPressed, this, &ConsolePanel::Send);
     connect(cmdClearChat, &QPushButton::clicked, this, [this] { bot_.console.Clear(); });
+}
+
+void ConsolePanel::Append(std::string_view appended, bool cleared) {
+    if (cleared) {
+        txtMsg->clear();
+        pendingLines_.clear();
+    }
+    if (appended.empty()) return;
+    QString text = FromCp1252(std::string(appended));
+    text.replace("\r\n", "\n");
+    pendingLines_ += text;
+    if (flushQueued_) return;
+    flushQueued_ = true;
+    QTimer::singleShot(0, this, &ConsolePanel::FlushTranscript);
+}
+
+void ConsolePanel::FlushTranscript() {
+    flushQueued_ = false;
+    if (pendingLines_.isEmpty()) return;
+    txtMsg->moveCursor(QTextCursor::End);
+    txtMsg->insertPlainText(pendingLines_);
+    txtMsg->moveCursor(QTextCursor::End);
+    pendingLines_.clear();
 }
 
 void ConsolePanel::Send() {

@@ -1,6 +1,8 @@
 // The panels that drive the session: Connection, Chats and Console.
 #pragma once
 
+#include <string_view>
+
 #include <QComboBox>
 #include <QPlainTextEdit>
 #include <QWidget>
@@ -66,5 +68,12 @@ class ConsolePanel : public QWidget {
 
   private:
     void Send();
+    // Lines reach the transcript once the event loop comes round: a crowd
+    // arriving in one read is one insertion and one scroll, not thousands.
+    void Append(std::string_view appended, bool cleared);
+    void FlushTranscript();
+
     session::Bot& bot_;
+    QString pendingLines_;
+    bool flushQueued_ = false;
 };

@@ -4,7 +4,7 @@
 
 #include "panel/cp1252.h"
 
-StringListModel::StringListModel(game::StringList& list, QObject* parent)
+StringListModel::StringListModel(game::ListSource& list, QObject* parent)
     : QAbstractListModel(parent), list_(list) {
     list_.SetObserver(this);
 }

@@ -1,4 +1,4 @@
-// Shows a game list (a StringList) in a QListView: the model follows every
+// Shows a game list (a StringList or any ListSource) in a QListView: the model follows every
 // change of the list, and the view's current row and the list's selection
 // follow each other. A view asks only for the rows it draws, so a list of a
 // million rows stays quick.
@@ -13,7 +13,7 @@ class StringListModel : public QAbstractListModel, public game::ListObserver {
     Q_OBJECT
 
   public:
-    StringListModel(game::StringList& list, QObject* parent);
+    StringListModel(game::ListSource& list, QObject* parent);
     ~StringListModel() override;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -36,5 +36,5 @@ class StringListModel : public QAbstractListModel, public game::ListObserver {
     void selectedRowChanged(int row);
 
   private:
-    game::StringList& list_;
+    game::ListSource& list_;
 };

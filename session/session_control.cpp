@@ -59,7 +59,10 @@ void SessionControl::cmdSignOn_Click(const SignOnFields& f) {
     if (sn.size() < 2) return Note("Screennames must be 2 or more characters long!");
     if (text::TrimSpaces(f.cmbServers).empty()) return Note("You must enter in a server!");
     if (text::TrimSpaces(f.txtPort).empty()) return Note("You must enter in a port to use!");
-    client_.Login(f.txtSN, f.txtPW, text::LeadingNumber(f.txtPort), false, false, f.cmbServers);
+    // A port number has 16 bits: a larger one would wrap to some other port.
+    const long long port = text::LeadingNumber(f.txtPort);
+    if (port < 1 || port > 65535) return Note(kPortRange);
+    client_.Login(f.txtSN, f.txtPW, port, false, false, f.cmbServers);
     SetInfo("Logging in...");
 }
 
@@ -194,13 +197,24 @@ void SessionControl::PeopleChanged(int chatIndex, const std::string& screenName,
         people_.Clear();
         return;
     }
-    std::vector<std::string>& people =
-        client_.Chat()[static_cast<std::size_t>(position - 1)].PeopleHere;
+    oscar::NameSequence& people = client_.Chat()[static_cast<std::size_t>(position - 1)].PeopleHere;
     const std::string name = text::NormalizeName(screenName);
-    const auto at = std::find(people.begin(), people.end(), name);
-    if (joined && at == people.end()) people.push_back(name);
-    if (!joined && at != people.end()) people.erase(at);
-    UpdateUserList(position);
+    // A room in view gets the one name added or taken out; copying the
+    // whole room for each arrival made a crowded room's join quadratic.
+    const bool shown = people_.Shows(people);
+    if (joined) {
+        people.push_back(name);
+    } else {
+        people.erase(name);
+    }
+    if (!shown) return UpdateUserList(position);
+    if (joined) {
+        people_.Add(name);
+    } else {
+        people_.Remove(name);
+    }
+    lblPeopleCount_ = std::to_string(people.size()) + " People Here";
+    Changed();
 }
 
 int SessionControl::RoomPosition(int chatIndex) const {

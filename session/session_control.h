@@ -13,6 +13,7 @@
 #include "game/string_list.h"
 #include "oscar/client_events.h"
 #include "oscar/tolsock.h"
+#include "session/people_list.h"
 
 namespace session {
 
@@ -33,6 +34,9 @@ class SessionControl : public oscar::ClientEvents {
     SessionControl(const SessionControl&) = delete;
     SessionControl& operator=(const SessionControl&) = delete;
 
+    // The refusal of a port that is no port number.
+    static constexpr const char* kPortRange = "The port must be a number from 1 to 65535!";
+
     // --- Operator actions -------------------------------------------------
     void cmdSignOn_Click(const SignOnFields& fields);
     void cmdSignOff_Click();
@@ -51,7 +55,7 @@ class SessionControl : public oscar::ClientEvents {
     const std::string& lblInfo() const { return lblInfo_; }
     const std::string& lblChatStatus() const { return lblChatStatus_; }
     const std::string& lblPeopleCount() const { return lblPeopleCount_; }
-    game::StringList& lstPeopleHere() { return people_; }
+    PeopleList& lstPeopleHere() { return people_; }
     // Called after any of the texts above changed.
     void SetChangeObserver(std::function<void()> changed) { changed_ = std::move(changed); }
 
@@ -103,7 +107,7 @@ class SessionControl : public oscar::ClientEvents {
     std::string lblInfo_ = "Offline.";
     std::string lblChatStatus_ = "You are not in a chat.";
     std::string lblPeopleCount_ = "# People Here";
-    game::StringList people_;
+    PeopleList people_;
     std::string userName_ = "Unknown";
     std::string profileHeader_;
     std::function<void()> changed_;

@@ -63,4 +63,77 @@ std::string StripTags(std::string_view text) {
     return out;
 }
 
+namespace {
+
+bool ScreenNameChar(unsigned char c) {
+    if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')) return true;
+    switch (c) {
+        case ' ':
+        case '@':
+        case '.':
+        case '_':
+        case '-':
+        case 0x8A:  // Š š Œ œ Ž ž Ÿ
+        case 0x9A:
+        case 0x8C:
+        case 0x9C:
+        case 0x8E:
+        case 0x9E:
+        case 0x9F:
+            return true;
+        default:
+            // The accented letters, less the multiplication and division signs.
+            return c >= 0xC0 && c != 0xD7 && c != 0xF7;
+    }
+}
+
+}  // namespace
+
+bool IsScreenName(std::string_view name) {
+    if (name.empty() || name.size() > kMaxScreenName) return false;
+    for (char c : name) {
+        if (!ScreenNameChar(static_cast<unsigned char>(c))) return false;
+    }
+    return true;
+}
+
+std::string EscapeMarkup(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (char c : text) {
+        switch (c) {
+            case '<':
+                out += "&lt;";
+                break;
+            case '>':
+                out += "&gt;";
+                break;
+            case '&':
+                out += "&amp;";
+                break;
+            case '"':
+                out += "&quot;";
+                break;
+            default:
+                out.push_back(c);
+        }
+    }
+    return out;
+}
+
+std::string VisibleControls(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (char c : text) {
+        const auto b = static_cast<unsigned char>(c);
+        if (b < 0x20 || b == 0x7F) {
+            out.push_back('^');
+            out.push_back(static_cast<char>(b ^ 0x40));
+        } else {
+            out.push_back(c);
+        }
+    }
+    return out;
+}
+
 }  // namespace text

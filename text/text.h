@@ -2,6 +2,7 @@
 // Windows-1252, one byte per char, exactly as it travels in packets.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -22,5 +23,23 @@ std::string NormalizeName(std::string_view text);
 // stays, and so does an unclosed '<' with everything after it. Entities are
 // left as they are.
 std::string StripTags(std::string_view text);
+
+// The longest screen name taken from a chat command.
+inline constexpr std::size_t kMaxScreenName = 32;
+
+// Whether `name` can be a screen name: 1 to kMaxScreenName characters, each a
+// letter (Windows-1252 letters included), a digit, a space or one of "@._-".
+// Control characters, markup, colons and the like never are: names end up in
+// the bot's own lines and, one per line, in the settings file.
+bool IsScreenName(std::string_view name);
+
+// "<", ">", "&" and '"' written as entities, so that text from elsewhere
+// shows as written inside a line of markup.
+std::string EscapeMarkup(std::string_view text);
+
+// Every control character (below 0x20, and 0x7F) written in caret notation
+// ("^M" for CR, "^J" for LF), so that text from the room always shows as
+// the one line it was and cannot pass for lines of its own.
+std::string VisibleControls(std::string_view text);
 
 }  // namespace text

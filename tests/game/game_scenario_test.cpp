@@ -408,8 +408,11 @@ TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     EXPECT_EQ(command("boss", "/dance"), L({}));
     EXPECT_FALSE(tmrCcoms.IsEnabled()) << "a line that is no command starts no pause";
 
-    // Entities are decoded before the line is read, "&amp;" last.
-    EXPECT_EQ(command("boss", "/op a&amp;gt;b"), L({"a&gt;b has been oped."}));
+    // Entities are decoded before the line is read, "&amp;" last (so the
+    // first line reads "/&lt;b>op ann", no command). Names are screen names
+    // only, so a decoded ">" can no longer be in one.
+    EXPECT_EQ(command("boss", "/&amp;lt;b&gt;op ann"), L({}));
+    EXPECT_EQ(command("boss", "/&lt;b&gt;op ann"), L({"ann has been oped."}));
 }
 
 TEST_F(GameScenario, StartAndAnswerFromTheChat) {
