@@ -23,6 +23,7 @@ class ConnectionPanel : public QWidget {
     FieldEdit* txtPort;
     QCheckBox* chkFullCaps;
     QCheckBox* chkLock;
+    QCheckBox* chkReconnect;
     QPushButton* cmdSignOn;
     QPushButton* cmdSignOff;
     QLabel* lblInfo;
