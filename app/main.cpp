@@ -1,9 +1,13 @@
 // Start-up: the Qt platform (sockets, timers, dialogs, the desktop's web
-// browser), the bot's core, and the main window over it.
+// browser), the bot's core, and the main window over it; or, with
+// --headless, the same bot without any display.
 #include <QApplication>
 #include <QDesktopServices>
 #include <QUrl>
+#include <cstdio>
 
+#include "app/command_line.h"
+#include "app/headless.h"
 #include "app/qt_dialogs.h"
 #include "app/qt_socket_layer.h"
 #include "app/qt_timer.h"
@@ -11,10 +15,28 @@
 #include "session/bot.h"
 
 int main(int argc, char** argv) {
+    const CommandLine line = ParseCommandLine(std::vector<std::string>(argv, argv + argc));
+    const std::string program = "vexmor-scrambler";
+    if (!line.error.empty()) {
+        std::fprintf(stderr, "%s: %s\nTry '%s --help'.\n", program.c_str(), line.error.c_str(),
+                     program.c_str());
+        return 2;
+    }
+    if (line.help) {
+        std::fputs(UsageText(program).c_str(), stdout);
+        return 0;
+    }
+    if (line.version) {
+        std::printf("%s %s\n", program.c_str(), SCRAMBLER_VERSION);
+        return 0;
+    }
+    if (line.headless) return RunHeadless(argc, argv, line);
+
     QApplication app(argc, argv);
 
     QtSocketLayer sockets;
     QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
+    QtTimer tmrReconnect(1000);
     QtDialogs dialogs;
     FrmMain* window = nullptr;
     session::Bot bot({sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, dialogs,
@@ -25,6 +47,7 @@ int main(int argc, char** argv) {
                           if (window) window->ShowTopicPicker();
                       },
                       QCoreApplication::applicationDirPath().toLocal8Bit().toStdString()});
+    bot.UseReconnector(tmrReconnect);
 
     FrmMain frmMain(bot);
     window = &frmMain;
