@@ -3,6 +3,9 @@
 // --headless, the same bot without any display.
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <QUrl>
 #include <cstdio>
 
@@ -13,6 +16,20 @@
 #include "app/qt_timer.h"
 #include "panel/frm_main.h"
 #include "session/bot.h"
+
+namespace {
+
+// The settings file lives in the program's folder; installed where that is
+// not writable (/usr/bin), it lives in the user's configuration folder.
+std::string ProgramFolder() {
+    const QString folder = QCoreApplication::applicationDirPath();
+    if (QFileInfo(folder).isWritable()) return folder.toLocal8Bit().toStdString();
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QDir().mkpath(config);
+    return config.toLocal8Bit().toStdString();
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     const CommandLine line = ParseCommandLine(std::vector<std::string>(argv, argv + argc));
@@ -33,6 +50,7 @@ int main(int argc, char** argv) {
     if (line.headless) return RunHeadless(argc, argv, line);
 
     QApplication app(argc, argv);
+    QCoreApplication::setApplicationName("vexmor-scrambler");
 
     QtSocketLayer sockets;
     QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
@@ -46,7 +64,7 @@ int main(int argc, char** argv) {
                       [&window] {
                           if (window) window->ShowTopicPicker();
                       },
-                      QCoreApplication::applicationDirPath().toLocal8Bit().toStdString()});
+                      ProgramFolder()});
     bot.UseReconnector(tmrReconnect);
 
     FrmMain frmMain(bot);
