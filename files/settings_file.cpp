@@ -86,6 +86,9 @@ void SettingsFile::cmdSaveSettings_Click(const SettingsFields& f) {
         lines.push_back("topic:" + topic.GetTopic() + ":" + topic.GetDir());
     }
     lines.push_back("mode:" + std::to_string(game_.Modes().GetGameMode()));
+    // Lines added since the first version of the file come last, so that
+    // older programs and older files still read each other.
+    lines.push_back(std::string("reconnect:") + Flag(f.chkReconnect));
     // One setting, one line: a line break inside a value (a name or a path
     // from anywhere) would let it write lines of its own, so it goes.
     for (std::string& line : lines) {
@@ -104,7 +107,11 @@ void SettingsFile::cmdSaveSettings_Click(const SettingsFields& f) {
 }
 
 SettingsFields SettingsFile::cmdLoadSettings_Click(SettingsFields fields) {
-    const ReadResult file = ReadLines(Path());
+    return LoadFrom(Path(), std::move(fields));
+}
+
+SettingsFields SettingsFile::LoadFrom(const std::string& path, SettingsFields fields) {
+    const ReadResult file = ReadLines(path);
     if (file.status != ReadStatus::Ok) {
         const std::string text = file.status == ReadStatus::Missing
                                      ? "Failed to load settings! Settings file not found!"
@@ -173,6 +180,8 @@ void SettingsFile::ApplyLine(const std::string& line, SettingsFields& f,
         f.chkFullCaps = false;
     else if (key == "secure" && value == "0")
         f.chkLock = false;
+    else if (key == "reconnect" && value == "0")
+        f.chkReconnect = false;
     // Names come in as written; a repeated one is listed again.
     else if (key == "op")
         commands_.Ops().AddShowingDuplicate(value);
@@ -215,6 +224,7 @@ void SettingsFile::ClearSettings(SettingsFields& f) {
     game_.DropPendingAnswer();
     f.chkFullCaps = true;
     f.chkLock = true;
+    f.chkReconnect = true;
     commands_.Ops().Clear();
     commands_.Disallows().Clear();
     game_.Lists().cmdClearAll_Click();

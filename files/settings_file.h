@@ -26,6 +26,7 @@ struct SettingsFields {
     std::string txtUser;
     bool chkFullCaps = true;
     bool chkLock = true;
+    bool chkReconnect = true;  // "Reconnect automatically"
 };
 
 class SettingsFile {
@@ -43,6 +44,8 @@ class SettingsFile {
     // Resets, applies the file and loads its topics; gives the fields as the
     // window should now show them (unchanged when nothing was loaded).
     SettingsFields cmdLoadSettings_Click(SettingsFields fields);
+    // The same from a settings file elsewhere (a start without a window).
+    SettingsFields LoadFrom(const std::string& path, SettingsFields fields);
     void ClearSettings(SettingsFields& fields);
 
     // Applies one line of a settings file; a topic line is remembered in

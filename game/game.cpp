@@ -31,8 +31,28 @@ void Game::StopRoundTimers() {
 }
 
 void Game::StopPlay() {
+    suspended_.reset();
     AutoSend(0);
     env_.tmrTopics.Disable();
+}
+
+void Game::Suspend() {
+    if (suspended_) return;
+    suspended_ =
+        Frozen{env_.tmrMsgPause.IsEnabled(), env_.tmrIdle.IsEnabled(), env_.tmrTopics.IsEnabled()};
+    env_.tmrMsgPause.Disable();
+    env_.tmrIdle.Disable();
+    env_.tmrTopics.Disable();
+}
+
+void Game::Resume() {
+    if (!suspended_) return;
+    const Frozen frozen = *suspended_;
+    suspended_.reset();
+    if (frozen.topics) env_.tmrTopics.Enable();
+    if (!GameOn) return;
+    if (frozen.msgPause) env_.tmrMsgPause.Enable();
+    if (frozen.idle) env_.tmrIdle.Enable();
 }
 
 void Game::ResetTimers() {

@@ -62,6 +62,12 @@ class Game {
     // Stops auto-send and any open topic choice, keeping the word list and
     // its position, so that play can go on from there later.
     void StopPlay();
+    // Freezes the round where it stands while the room is out of reach (no
+    // timer runs, so no line is lost), and lets it go on from there once the
+    // room is back, unless play was stopped in between.
+    void Suspend();
+    void Resume();
+    bool Suspended() const { return suspended_.has_value(); }
 
     // --- The round cycle --------------------------------------------------
     void AutoSend(int Index);
@@ -116,6 +122,12 @@ class Game {
     LineStyle style_;
     GameModes modes_;
     std::optional<std::string> pendingAnswer_;
+    struct Frozen {
+        bool msgPause = false;
+        bool idle = false;
+        bool topics = false;
+    };
+    std::optional<Frozen> suspended_;
 };
 
 }  // namespace game

@@ -7,6 +7,10 @@
 //                     [--chatter N] [--chatter-ms MS] [--report]
 //                     [--rate-divisor N]
 //
+// Commands on standard input, one per line, for fault tests: "drop NAME"
+// resets all of NAME's connections, "signoff NAME" sends NAME the sign-off
+// frame of a second sign-on elsewhere, "who ROOM" prints "WHO ROOM: a,b,...".
+//
 // --chatter adds N players who make small talk every MS milliseconds on
 // average; --report prints every line the bot says (as hex) and the bot's
 // answer times, for the soak run, instead of the room's transcript.
@@ -100,6 +104,41 @@ int main(int argc, char** argv) {
         std::signal(SIGTERM, OnStopSignal);
         std::signal(SIGINT, OnStopSignal);
     }
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    std::string pendingInput;
+    QObject::connect(&input, &QSocketNotifier::activated, [&] {
+        char buffer[512];
+        const auto got = ::read(STDIN_FILENO, buffer, sizeof buffer);
+        if (got <= 0) {
+            input.setEnabled(false);  // no more commands; keep serving
+            return;
+        }
+        pendingInput.append(buffer, static_cast<std::size_t>(got));
+        for (auto end = pendingInput.find('\n'); end != std::string::npos;
+             end = pendingInput.find('\n')) {
+            const std::string command = pendingInput.substr(0, end);
+            pendingInput.erase(0, end + 1);
+            const auto space = command.find(' ');
+            const std::string verb = command.substr(0, space);
+            const std::string name = space == std::string::npos ? "" : command.substr(space + 1);
+            if (verb == "drop") {
+                for (auto role :
+                     {testserver::Role::Chat, testserver::Role::ChatNav, testserver::Role::Bos}) {
+                    server.CloseConnection(name, role);
+                }
+            } else if (verb == "signoff") {
+                server.SignOffSession(name);
+            } else if (verb == "who") {
+                std::string names;
+                for (const std::string& who : server.Occupants(name))
+                    names += (names.empty() ? "" : ",") + who;
+                out << "WHO " << QString::fromStdString(name) << ": "
+                    << QString::fromStdString(names) << "\n";
+                out.flush();
+            }
+        }
+    });
+
     out << "Local OSCAR server on 127.0.0.1:" << server.Port() << "\n"
         << "Sign on with any screen name and password, server 127.0.0.1, port " << server.Port()
         << ";\nthen join the room \"Word Games\" on exchange 4 (" << entries.size()

@@ -93,6 +93,7 @@ files::SettingsFields FrmMain::CollectSettings() const {
     f.txtUser = ToCp1252(other->txtUser->text());
     f.chkFullCaps = connection->chkFullCaps->isChecked();
     f.chkLock = connection->chkLock->isChecked();
+    f.chkReconnect = connection->chkReconnect->isChecked();
     return f;
 }
 
@@ -109,6 +110,7 @@ void FrmMain::ShowSettings(const files::SettingsFields& f) {
     other->txtUser->setText(FromCp1252(f.txtUser));
     connection->chkFullCaps->setChecked(f.chkFullCaps);
     connection->chkLock->setChecked(f.chkLock);
+    connection->chkReconnect->setChecked(f.chkReconnect);
     other->chkLCase->setChecked(bot_.game.chkLCase);
     other->chkNewTopic->setChecked(bot_.game.chkNewTopic);
     other->chkHint->setChecked(bot_.commands.chkHint);

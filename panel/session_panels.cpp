@@ -27,6 +27,7 @@ ConnectionPanel::ConnectionPanel(session::Bot& bot, QWidget* parent) : QWidget(p
     txtPort = MakeField(this, "txtPort", "5190", 5, "Port");
     chkFullCaps = MakeCheck(this, "chkFullCaps", "Login with full capabilities", true);
     chkLock = MakeCheck(this, "chkLock", "Login with Secure IM", true);
+    chkReconnect = MakeCheck(this, "chkReconnect", "Reconnect automatically", true);
     cmdSignOn = MakeButton(this, "cmdSignOn", "Sign On");
     cmdSignOff = MakeButton(this, "cmdSignOff", "Sign Off");
     lblInfo = MakeLabel(this, "lblInfo", "Offline.");
@@ -46,6 +47,7 @@ ConnectionPanel::ConnectionPanel(session::Bot& bot, QWidget* parent) : QWidget(p
     layout->addLayout(form);
     layout->addWidget(chkFullCaps);
     layout->addWidget(chkLock);
+    layout->addWidget(chkReconnect);
     layout->addLayout(buttons);
     layout->addWidget(lblInfo);
     layout->addStretch();
@@ -53,6 +55,9 @@ ConnectionPanel::ConnectionPanel(session::Bot& bot, QWidget* parent) : QWidget(p
     ApplyCapabilities();
     connect(chkFullCaps, &QCheckBox::toggled, this, &ConnectionPanel::ApplyCapabilities);
     connect(chkLock, &QCheckBox::toggled, this, &ConnectionPanel::ApplyCapabilities);
+    bot_.session.SetAutoReconnect(chkReconnect->isChecked());
+    connect(chkReconnect, &QCheckBox::toggled, this,
+            [this](bool on) { bot_.session.SetAutoReconnect(on); });
     connect(cmdSignOn, &QPushButton::clicked, this, [this] {
         bot_.session.cmdSignOn_Click({ToCp1252(txtSN->text()), ToCp1252(txtPW->text()),
                                       ToCp1252(cmbServers->currentText()),

@@ -25,6 +25,7 @@ class ConnectionPanel : public QWidget {
     FieldEdit* txtPort;
     QCheckBox* chkFullCaps;
     QCheckBox* chkLock;
+    QCheckBox* chkReconnect;
     QPushButton* cmdSignOn;
     QPushButton* cmdSignOff;
     QLabel* lblInfo;

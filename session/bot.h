@@ -4,7 +4,9 @@
 // binds its controls to these; tests drive them directly.
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "files/settings_file.h"
@@ -21,6 +23,7 @@
 #include "oscar/tolsock.h"
 #include "session/list_editing.h"
 #include "session/operator_actions.h"
+#include "session/reconnector.h"
 #include "session/session_control.h"
 
 namespace session {
@@ -88,6 +91,21 @@ class Bot {
     Bot(const Bot&) = delete;
     Bot& operator=(const Bot&) = delete;
 
+    // Lets the bot sign on again by itself after a lost session; `everySecond`
+    // ticks once a second, `now` gives monotonic seconds.
+    void UseReconnector(game::Timer& everySecond, std::function<long long()> now = SteadySeconds) {
+        reconnector = std::make_unique<Reconnector>(
+            everySecond,
+            [this] { return static_cast<double>(random.RandomNumber(999999, 0)) / 1000000.0; },
+            std::move(now));
+        session.UseReconnector(reconnector.get());
+    }
+    static long long SteadySeconds() {
+        return std::chrono::duration_cast<std::chrono::seconds>(
+                   std::chrono::steady_clock::now().time_since_epoch())
+            .count();
+    }
+
     game::OperatorDialogs& dialogs;
     oscar::TolSock client;
     ClientChatSender chatSender;
@@ -101,6 +119,7 @@ class Bot {
     ListEditing editing;
     files::TopicFiles topicFiles;
     files::SettingsFile settings;
+    std::unique_ptr<Reconnector> reconnector;  // declared last: it calls into the session
 
   private:
     game::Timer& tmrDeadline_;

@@ -1,6 +1,9 @@
 #include "session/session_control.h"
 
 #include <algorithm>
+#include <cctype>
+#include <chrono>
+#include <ctime>
 
 #include "game/product.h"
 #include "game/style.h"
@@ -13,6 +16,17 @@ namespace {
 // Error codes that concern the room: their text goes to the room status.
 bool IsRoomError(int code) {
     return code == 18 || code == 24 || code == 46 || code == 50 || code == 51 || code == 74;
+}
+
+// The wall-clock time `secondsAhead` from now, as HH:MM:SS local time.
+std::string ClockTime(int secondsAhead = 0) {
+    const std::time_t at = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now() +
+                                                                std::chrono::seconds(secondsAhead));
+    char text[16] = "";
+    if (const std::tm* local = std::localtime(&at)) {
+        std::strftime(text, sizeof text, "%H:%M:%S", local);
+    }
+    return text;
 }
 }  // namespace
 
@@ -62,11 +76,18 @@ void SessionControl::cmdSignOn_Click(const SignOnFields& f) {
     // A port number has 16 bits: a larger one would wrap to some other port.
     const long long port = text::LeadingNumber(f.txtPort);
     if (port < 1 || port > 65535) return Note(kPortRange);
+    // Signing on by hand starts afresh: no earlier room, no frozen game.
+    if (reconnector_) reconnector_->Reset();
+    room_.reset();
+    if (game_.Suspended()) game_.StopPlay();
+    lastSignOn_ = f;
     client_.Login(f.txtSN, f.txtPW, port, false, false, f.cmbServers);
     SetInfo("Logging in...");
 }
 
 void SessionControl::cmdSignOff_Click() {
+    if (reconnector_) reconnector_->Reset();
+    room_.reset();
     SetInfo("Logging off...");
     client_.LogOff();
 }
@@ -90,6 +111,7 @@ void SessionControl::cmdLeave_Click(const std::string& txtChat) {
     if (!game_.SignedOn) return Note("You need to be signed on to join or leave chats.");
     if (client_.Chat().empty()) return Note("You are not in a chat!");
     SetChatStatus("Leaving chat...");
+    leaving_ = true;
     const std::string wanted = text::NormalizeName(txtChat);
     for (const oscar::Chats& room : client_.Chat()) {
         if (text::NormalizeName(room.ChatName) == wanted) {
@@ -118,13 +140,27 @@ void SessionControl::LoggedIn(const std::string&, const std::string&, const std:
     game_.SignedOn = true;
     SetInfo("Online!");
     client_.SetProfile(Profile());
+    if (!reconnector_) return;
+    reconnector_->Arm();
+    if (Retrying() && room_ && client_.Chat().empty()) {
+        SetChatStatus("Joining chat...");
+        client_.JoinChat(room_->name, room_->exchange, 0);
+    } else {
+        reconnector_->Recovered();
+    }
 }
 
 void SessionControl::LoggedOff() {
     game_.SignedOn = false;
-    // Signed off, the game stops too: no timer goes on sending into a room
-    // that is gone. The word list and its position stay for the next sign-on.
-    game_.StopPlay();
+    if (Retrying() && (reconnector_->Waiting() || reconnector_->Attempting())) {
+        // Coming back: the round waits, frozen, for the room.
+        game_.Suspend();
+    } else {
+        // Signed off, the game stops too: no timer goes on sending into a
+        // room that is gone. The word list and its position stay for the
+        // next sign-on.
+        game_.StopPlay();
+    }
     // Whatever room was shown, or joined, is gone with the session.
     people_.Clear();
     if (roomShown_) {
@@ -135,7 +171,85 @@ void SessionControl::LoggedOff() {
 }
 
 void SessionControl::LoginError(const std::string& strDescription, int intErrorCode) {
-    SetInfo(strDescription + " Error code: " + std::to_string(intErrorCode));
+    const std::string text = strDescription + " Error code: " + std::to_string(intErrorCode);
+    SetInfo(text);
+    if (!Retrying()) return;
+    const std::optional<int> delay = reconnector_->SignOnRefused(intErrorCode);
+    if (!delay) game_.StopPlay();
+    ReportNextTry(text, delay);
+}
+
+void SessionControl::UseReconnector(Reconnector* reconnector) {
+    reconnector_ = reconnector;
+    if (!reconnector_) return;
+    reconnector_->SetTry([this] { TryAgain(); });
+    reconnector_->SetAbandon([this] { AbandonTry(); });
+}
+
+void SessionControl::SetAutoReconnect(bool on) {
+    autoReconnect_ = on;
+    if (on || !reconnector_ || !(reconnector_->Waiting() || reconnector_->Attempting())) return;
+    // Turned off while coming back: the session stays ended.
+    reconnector_->Reset();
+    game_.StopPlay();
+    if (!game_.SignedOn) client_.LogOff();
+}
+
+void SessionControl::SetRoomToKeep(const std::string& name, int exchange) {
+    room_ = Room{name, exchange};
+}
+
+bool SessionControl::Retrying() const {
+    return reconnector_ && autoReconnect_ && reconnector_->Armed();
+}
+
+void SessionControl::Report(const std::string& text) {
+    SetInfo(text);
+    const std::string stamped = "[" + ClockTime() + "] " + text;
+    console_.AppendLine(stamped);
+    errors_.Append(stamped);
+}
+
+void SessionControl::ReportNextTry(const std::string& why, std::optional<int> delay) {
+    if (delay) {
+        Report(why + " Next try in " + std::to_string(*delay) + " s, at " + ClockTime(*delay) +
+               ".");
+    } else {
+        Report(why + " " + reconnector_->StopReason());
+    }
+}
+
+void SessionControl::SessionEnded(const std::string& why, bool signedOnElsewhere) {
+    const std::optional<int> delay = reconnector_->SessionLost(signedOnElsewhere);
+    if (delay) game_.Suspend();
+    // The client forgets the dead session and its rooms; with a try ahead
+    // the game stays frozen, otherwise it stops as on any sign-off.
+    client_.LogOff();
+    people_.Clear();
+    SetChatStatus("Left chat.");
+    ReportNextTry(why.empty() ? std::string("The session has ended.") : why, delay);
+}
+
+void SessionControl::TryAgain() {
+    if (client_.LoggedInState()) {
+        // Only the room was lost; the session stands.
+        if (room_ && client_.Chat().empty()) {
+            SetChatStatus("Joining chat...");
+            client_.JoinChat(room_->name, room_->exchange, 0);
+        } else {
+            reconnector_->Recovered();
+        }
+        return;
+    }
+    const SignOnFields& f = lastSignOn_;
+    SetInfo("Logging in...");
+    client_.Login(f.txtSN, f.txtPW, text::LeadingNumber(f.txtPort), false, false, f.cmbServers);
+}
+
+void SessionControl::AbandonTry() {
+    const std::optional<int> delay = reconnector_->SessionLost(false);
+    if (!client_.LoggedInState()) client_.LogOff();
+    ReportNextTry("No answer from the server.", delay);
 }
 
 void SessionControl::Error(const std::string& strDescription, int intErrorCode, int,
@@ -151,6 +265,17 @@ void SessionControl::Error(const std::string& strDescription, int intErrorCode, 
 }
 
 void SessionControl::ConnectionLost(int intSockIndex, const std::string& strDescription) {
+    if (Retrying()) {
+        if (intSockIndex == 0) {
+            return SessionEnded(strDescription, client_.LastSessionEnd().cause ==
+                                                    oscar::SessionEndCause::SignedOnElsewhere);
+        }
+        if (room_ && client_.LoggedInState() && client_.Chat().empty() &&
+            !reconnector_->Waiting()) {
+            // The room's own connection went: the session stands, the room is rejoined.
+            return ReportNextTry(strDescription, reconnector_->SessionLost(false));
+        }
+    }
     errors_.Append(strDescription);
     if (intSockIndex != 0) return;
     if (!game_.SignedOn) {
@@ -165,16 +290,28 @@ void SessionControl::ConnectionLost(int intSockIndex, const std::string& strDesc
     cmdSignOff_Click();
 }
 
-void SessionControl::JoinedChat(const std::string& strChatName, int, int, int intChatIndex, int,
-                                int) {
+void SessionControl::JoinedChat(const std::string& strChatName, int intExchange, int,
+                                int intChatIndex, int, int) {
     roomShown_ = true;
     console_.AppendLine("You have entered chat room '" + strChatName + "'.");
     client_.SendChat(intChatIndex, game_.Style().Styled(game::JoinBanner()));
     SetChatStatus("Joined '" + strChatName + "'!");
+    room_ = Room{strChatName, intExchange};
+    leaving_ = false;
+    if (reconnector_) reconnector_->Recovered();
+    game_.Resume();
+    if (joined_) joined_();
 }
 
 void SessionControl::LeftChat(const std::string&, int, int, int intChatIndex) {
     roomShown_ = false;
+    if (leaving_) {
+        leaving_ = false;
+        room_.reset();
+    } else if (Retrying()) {
+        // The room went away by itself: the round waits for the rejoin.
+        game_.Suspend();
+    }
     SetChatStatus("Left chat.");
     people_.Clear();
     const auto& rooms = client_.Chat();

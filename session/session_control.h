@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "game/chat_commands.h"
@@ -14,6 +15,7 @@
 #include "oscar/client_events.h"
 #include "oscar/tolsock.h"
 #include "session/people_list.h"
+#include "session/reconnector.h"
 
 namespace session {
 
@@ -50,6 +52,20 @@ class SessionControl : public oscar::ClientEvents {
     const std::string& UserName() const { return userName_; }
     const std::string& ProfileHeader() const { return profileHeader_; }
     std::string Profile() const;
+
+    // --- Coming back by itself ---------------------------------------------
+    // With a reconnector, a session that ends without the operator (a lost
+    // connection, the server's sign-off, a failed migration) is signed on
+    // again, the room rejoined and the game resumed; what happens goes to
+    // the status line, the console and the error log. Without one, or with the
+    // option off, a lost session ends with a message box as it always did.
+    void UseReconnector(Reconnector* reconnector);
+    void SetAutoReconnect(bool on);
+    bool AutoReconnect() const { return autoReconnect_; }
+    // The room to be in after every sign-on (a start without a window).
+    void SetRoomToKeep(const std::string& name, int exchange);
+    // Called after every join of a room, rejoins included.
+    void SetJoinedObserver(std::function<void()> joined) { joined_ = std::move(joined); }
 
     // --- What the window shows ---------------------------------------------
     const std::string& lblInfo() const { return lblInfo_; }
@@ -94,6 +110,13 @@ class SessionControl : public oscar::ClientEvents {
     // The 1-based position of the room on `chatIndex`, 0 when none.
     int RoomPosition(int chatIndex) const;
     void PeopleChanged(int chatIndex, const std::string& screenName, bool joined);
+    bool Retrying() const;
+    // The session ended on its own: schedule the next try, or say why none.
+    void SessionEnded(const std::string& why, bool signedOnElsewhere);
+    void ReportNextTry(const std::string& why, std::optional<int> delay);
+    void Report(const std::string& text);
+    void TryAgain();
+    void AbandonTry();
 
     oscar::TolSock& client_;
     game::Game& game_;
@@ -112,6 +135,17 @@ class SessionControl : public oscar::ClientEvents {
     std::string profileHeader_;
     std::function<void()> changed_;
     bool holding_ = false;  // room lines wait in the send queue
+
+    struct Room {
+        std::string name;
+        int exchange = 4;
+    };
+    Reconnector* reconnector_ = nullptr;
+    bool autoReconnect_ = true;
+    SignOnFields lastSignOn_;   // what the last Sign On used, for the next tries
+    std::optional<Room> room_;  // the room to rejoin
+    bool leaving_ = false;      // the operator asked to leave the room
+    std::function<void()> joined_;
 };
 
 // The profile's fixed part, built once at start.

@@ -42,7 +42,7 @@ TEST_F(SettingsTest, SavesTheHeaderAndEveryKeyInOrder) {
                   "bg:000000\r\nfc:00bfff\r\nft:Times New Roman\r\nbold:0\r\nitalics:1\r\n"
                   "underline:0\r\nstrike:0\r\nchangetopic:0\r\nhint:0\r\nfullcaps:1\r\nsecure:0\r\n"
                   "op:alice\r\ndisallow:troll\r\ntopic:Animals:" +
-                  folder.File("animals.txt") + "\r\nmode:2\r\n");
+                  folder.File("animals.txt") + "\r\nmode:2\r\nreconnect:1\r\n");
     EXPECT_EQ(Messages(), Lines{"Settings Saved!: Settings saved!"});
 }
 

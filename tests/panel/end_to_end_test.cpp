@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "app/qt_socket_layer.h"
-#include "app/qt_timer.h"
+#include "app/qt_bot_timers.h"
 #include "localserver/oscar_test_server.h"
 #include "localserver/scripted_game.h"
 #include "panel/frm_main.h"
@@ -62,6 +62,7 @@ class EndToEndTest : public ::testing::Test {
     }
 
     void SignOnAndJoin() {
+        timers.Attach(bot, false);  // paced as the program paces its lines
         QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
         ASSERT_TRUE(WaitFor([&] { return window.connection->lblInfo->text() == "Online!"; }));
         QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
@@ -74,19 +75,8 @@ class EndToEndTest : public ::testing::Test {
     testserver::ScriptedGame players{server, "Word Games", testserver::LoadEntries(TOPICS_DIR), 7};
     testing_support::FakeDialogs dialogs;
     QtSocketLayer sockets;
-    QtTimer tmrMsgPause{1000}, tmrIdle{1000}, tmrTopics{25000}, tmrCcoms{10000}, tmrCcom2{10000};
-    QtTimer tmrDeadline{1000};
-    session::Bot bot{{sockets,
-                      tmrMsgPause,
-                      tmrIdle,
-                      tmrTopics,
-                      tmrCcoms,
-                      tmrCcom2,
-                      tmrDeadline,
-                      dialogs,
-                      {},
-                      {},
-                      folder.Path()}};
+    QtBotTimers timers;
+    session::Bot bot{timers.Platform(sockets, dialogs, folder.Path())};
     FrmMain window{bot};
 };
 
@@ -129,8 +119,8 @@ TEST_F(EndToEndTest, ADroppedConnectionStopsTheGameAndPlayGoesOnAfterSigningOnAg
     EXPECT_EQ(dialogs.messages.back().text, "Connection to the main BOS server has been lost");
     EXPECT_EQ(dialogs.messages.back().title, "Vexmor Scrambler 2.0");
     EXPECT_FALSE(bot.game.GameOn);
-    EXPECT_FALSE(tmrMsgPause.IsEnabled());
-    EXPECT_FALSE(tmrIdle.IsEnabled());
+    EXPECT_FALSE(timers.tmrMsgPause.IsEnabled());
+    EXPECT_FALSE(timers.tmrIdle.IsEnabled());
     const std::size_t before = BotLines().size();
     QTest::qWait(2500);
     EXPECT_EQ(BotLines().size(), before) << "nothing is sent while signed off";

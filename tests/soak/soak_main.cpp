@@ -19,9 +19,8 @@
 #include <fstream>
 #include <iostream>
 
-#include "app/qt_clock.h"
 #include "app/qt_socket_layer.h"
-#include "app/qt_timer.h"
+#include "app/qt_bot_timers.h"
 #include "oscar/encoding.h"
 #include "panel/frm_main.h"
 #include "session/bot.h"
@@ -147,21 +146,9 @@ int main(int argc, char** argv) {
         }
     }
     testing_support::FakeDialogs dialogs;
-    QtTimer tmrMsgPause(1000), tmrIdle(1000), tmrTopics(25000), tmrCcoms(10000), tmrCcom2(10000);
-    QtClock clock;  // outlives the bot, whose client holds it
-    QtTimer tmrDeadline(1000);
-    session::Bot bot({sockets,
-                      tmrMsgPause,
-                      tmrIdle,
-                      tmrTopics,
-                      tmrCcoms,
-                      tmrCcom2,
-                      tmrDeadline,
-                      dialogs,
-                      {},
-                      {},
-                      folder.Path()});
-    bot.client.SetClock(&clock);
+    QtBotTimers timers;
+    session::Bot bot(timers.Platform(sockets, dialogs, folder.Path()));
+    timers.Attach(bot, false);
     FrmMain window(bot);
     window.show();
 

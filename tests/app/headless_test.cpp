@@ -1,0 +1,113 @@
+// The program without any display, as a service runs it: the real program
+// and the local server as child processes on 127.0.0.1.
+#include <gtest/gtest.h>
+#include <sys/prctl.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <csignal>
+
+#include "support/qt_wait.h"
+
+namespace {
+
+using testing_support::WaitFor;
+
+// Children die with the test, even when it is killed.
+void StartChild(QProcess& process, const QString& program, const QStringList& args) {
+    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    process.start(program, args);
+}
+
+TEST(Headless, CommandLineAnswersAsProgramsDo) {
+    const struct {
+        QStringList args;
+        int exitCode;
+        const char* output;  // on standard output, else on standard error
+        bool onStdout;
+    } cases[] = {
+        {{"--version"}, 0, "vexmor-scrambler 2.0.0\n", true},
+        {{"--help"}, 0, "Usage: vexmor-scrambler", true},
+        {{"--headless"}, 2, "--headless needs --settings FILE", false},
+        {{"--headless", "--settings", "x", "--bogus"}, 2, "unknown option --bogus", false},
+        {{"--headless", "--settings", "/nonexistent/settings"}, 1, "No password", false},
+    };
+    for (const auto& c : cases) {
+        QProcess program;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove("VEXMOR_PASSWORD");
+        program.setProcessEnvironment(env);
+        StartChild(program, SCRAMBLER_PROGRAM, c.args);
+        ASSERT_TRUE(program.waitForFinished(10000)) << c.args.join(' ').toStdString();
+        EXPECT_EQ(program.exitCode(), c.exitCode) << c.args.join(' ').toStdString();
+        const QByteArray out =
+            c.onStdout ? program.readAllStandardOutput() : program.readAllStandardError();
+        EXPECT_TRUE(out.contains(c.output)) << out.toStdString();
+    }
+}
+
+TEST(Headless, PlaysAGameToAWinnerWithoutADisplayAndSignsOffOnSigterm) {
+    QProcess server;
+    server.setProcessChannelMode(QProcess::SeparateChannels);
+    StartChild(server, LOCAL_SERVER_PROGRAM, {"--port", "0", "--topics", TOPICS_DIR});
+    QByteArray transcript;
+    QObject::connect(&server, &QProcess::readyReadStandardOutput,
+                     [&] { transcript += server.readAllStandardOutput(); });
+    ASSERT_TRUE(WaitFor([&] { return transcript.contains("Local OSCAR server on"); }, 10000));
+    const int at = transcript.indexOf("127.0.0.1:") + 10;
+    const QByteArray port = transcript.mid(at, transcript.indexOf('\n', at) - at);
+
+    QTemporaryDir folder;
+    QFile settings(folder.filePath("settings"));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write("sn:Scramble Bot\r\nserver:127.0.0.1\r\nport:" + port +
+                   "\r\nchat:Word Games\r\nex:4\r\nmsgdelay:1\r\nscore:2\r\nidle:5\r\n"
+                   "topic:animals:" TOPICS_DIR "/animals.csv\r\n");
+    settings.close();
+    QFile password(folder.filePath("password"));
+    ASSERT_TRUE(password.open(QIODevice::WriteOnly));
+    password.write("secret1\n");
+    password.close();
+
+    QProcess bot;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        env.remove(display);
+    bot.setProcessEnvironment(env);
+    StartChild(bot, SCRAMBLER_PROGRAM,
+               {"--headless", "--settings", folder.filePath("settings"), "--password-file",
+                folder.filePath("password")});
+
+    EXPECT_TRUE(WaitFor([&] { return transcript.contains("is the winner with 2 points!"); }, 60000))
+        << transcript.toStdString() << bot.readAllStandardError().toStdString();
+    server.write("who Word Games\n");
+    ASSERT_TRUE(WaitFor([&] { return transcript.contains("WHO Word Games:"); }));
+    EXPECT_TRUE(transcript.contains("Scramble Bot\n"));
+
+    bot.terminate();  // SIGTERM
+    ASSERT_TRUE(bot.waitForFinished(10000));
+    EXPECT_EQ(bot.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(bot.exitCode(), 0);
+    const QByteArray log = bot.readAllStandardError();
+    EXPECT_TRUE(log.contains("SIGTERM: signing off.")) << log.toStdString();
+    // Each log line starts with its time.
+    EXPECT_TRUE(QRegularExpression("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d")
+                    .match(QString::fromUtf8(log))
+                    .hasMatch());
+
+    // The room saw the bot leave.
+    transcript.clear();
+    EXPECT_TRUE(WaitFor([&] {
+        server.write("who Word Games\n");
+        WaitFor([&] { return transcript.contains("WHO"); }, 1000);
+        const bool gone = transcript.contains("WHO") && !transcript.contains("Scramble Bot\n");
+        transcript.clear();
+        return gone;
+    }));
+    server.terminate();
+    server.waitForFinished(5000);
+}
+
+}  // namespace

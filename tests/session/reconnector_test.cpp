@@ -1,0 +1,158 @@
+// The reconnector's schedule on a hand-ticked timer and a hand-set clock.
+#include "session/reconnector.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "support/fake_timer.h"
+
+namespace {
+
+class ReconnectorTest : public ::testing::Test {
+  protected:
+    ReconnectorTest() {
+        reconnector.SetTry([this] { tries.push_back(now); });
+        reconnector.SetAbandon([this] { ++abandoned; });
+        reconnector.Arm();
+    }
+    // Lets `seconds` pass, one tick per second.
+    void Pass(int seconds) {
+        for (int i = 0; i < seconds; ++i) {
+            ++now;
+            timer.Tick();
+        }
+    }
+
+    testing_support::FakeTimer timer;
+    double uniform = 0.5;  // no jitter
+    long long now = 1000;
+    session::Reconnector reconnector{timer, [this] { return uniform; }, [this] { return now; }};
+    std::vector<long long> tries;
+    int abandoned = 0;
+};
+
+TEST_F(ReconnectorTest, DelaysDoubleFromAFewSecondsUpToTheCapAndRestartAfterRecovery) {
+    std::vector<int> delays;
+    for (int i = 0; i < 9; ++i) {
+        const auto delay = reconnector.SessionLost(false);
+        ASSERT_TRUE(delay);
+        delays.push_back(*delay);
+        Pass(*delay - 1);
+        EXPECT_EQ(tries.size(), static_cast<std::size_t>(i)) << "too early at " << i;
+        Pass(1);
+        ASSERT_EQ(tries.size(), static_cast<std::size_t>(i + 1));
+    }
+    EXPECT_EQ(delays, (std::vector<int>{3, 6, 12, 24, 48, 96, 192, 240, 240}));
+
+    // A second report of the same outage does not double the wait again.
+    EXPECT_EQ(reconnector.SessionLost(false), 240);
+    reconnector.Recovered();
+    EXPECT_EQ(reconnector.SessionLost(false), 3);
+    EXPECT_EQ(reconnector.SessionLost(false), 3);
+}
+
+TEST_F(ReconnectorTest, JitterSpreadsAQuarterEitherWayWithinTheCap) {
+    const struct {
+        double uniform;
+        int failures;
+        int delay;
+    } cases[] = {{0.0, 0, 2}, {0.999, 0, 4}, {0.0, 3, 18}, {0.999, 3, 30}, {0.999, 7, 240}};
+    for (const auto& c : cases) {
+        reconnector.Reset();
+        reconnector.Arm();
+        uniform = 0.5;
+        for (int i = 0; i < c.failures; ++i)
+            Pass(*reconnector.SessionLost(false));
+        uniform = c.uniform;
+        EXPECT_EQ(reconnector.SessionLost(false), c.delay)
+            << "uniform " << c.uniform << ", failures " << c.failures;
+    }
+}
+
+TEST_F(ReconnectorTest, NeverMoreSignOnsInAMinuteThanTheServerAllows) {
+    // A session that comes back and is dropped again at once, over and over.
+    for (int i = 0; i < 40; ++i) {
+        reconnector.Recovered();
+        const auto delay = reconnector.SessionLost(false);
+        ASSERT_TRUE(delay);
+        Pass(*delay);
+    }
+    ASSERT_EQ(tries.size(), 40u);
+    for (std::size_t first = 0; first < tries.size(); ++first) {
+        std::size_t inMinute = 0;
+        for (std::size_t i = first; i < tries.size() && tries[i] - tries[first] < 60; ++i)
+            ++inMinute;
+        EXPECT_LE(inMinute, static_cast<std::size_t>(session::Reconnector::kAttemptsPerMinute));
+    }
+    // Not slower than it needs to be: the 40 tries fit in about five minutes.
+    EXPECT_LT(tries.back() - tries.front(), 5 * 60 + 30);
+}
+
+TEST_F(ReconnectorTest, RefusalsThatARetryCannotFixStopTheTries) {
+    const struct {
+        int code;
+        bool retried;
+        const char* reason;
+    } cases[] = {{0x05, false, "password was refused"},
+                 {0x11, false, "suspended"},
+                 {0x01, false, "does not know this screen name"},
+                 {0x1D, true, ""},
+                 {0x18, true, ""},
+                 {0x2A, true, ""}};
+    for (const auto& c : cases) {
+        reconnector.Reset();
+        reconnector.Arm();
+        tries.clear();
+        const auto delay = reconnector.SignOnRefused(c.code);
+        EXPECT_EQ(delay.has_value(), c.retried) << c.code;
+        EXPECT_NE(reconnector.StopReason().find(c.reason), std::string::npos) << c.code;
+        Pass(session::Reconnector::kRefusedDelay + 1);
+        EXPECT_EQ(!tries.empty(), c.retried) << c.code;
+        if (c.code == 0x1D) {
+            EXPECT_GE(*delay, session::Reconnector::kRefusedDelay);
+        }
+    }
+}
+
+TEST_F(ReconnectorTest, SignedOffFromElsewhereThreeTimesInTenMinutesStops) {
+    // Three times spread over more than ten minutes: still coming back.
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(reconnector.SessionLost(true)) << i;
+        Pass(301);
+        reconnector.Recovered();
+    }
+    EXPECT_TRUE(reconnector.StopReason().empty());
+    // The third within ten minutes ends it.
+    ASSERT_TRUE(reconnector.SessionLost(true));
+    Pass(10);
+    EXPECT_FALSE(reconnector.SessionLost(true));
+    EXPECT_NE(reconnector.StopReason().find("three times within ten minutes"), std::string::npos);
+    EXPECT_FALSE(reconnector.Armed());
+    EXPECT_FALSE(timer.IsEnabled());
+}
+
+TEST_F(ReconnectorTest, OperatorAndUnarmedSessionsGetNoTriesAndAHungTryIsGivenUp) {
+    reconnector.SessionLost(false);
+    reconnector.Reset();  // the operator signed off meanwhile
+    Pass(60);
+    EXPECT_TRUE(tries.empty());
+    EXPECT_FALSE(reconnector.SessionLost(false));  // not armed any more
+
+    reconnector.Arm();
+    Pass(*reconnector.SessionLost(false));
+    ASSERT_EQ(tries.size(), 1u);
+    Pass(session::Reconnector::kAttemptTimeout - 1);
+    EXPECT_EQ(abandoned, 0);
+    Pass(1);
+    EXPECT_EQ(abandoned, 1);
+    EXPECT_TRUE(reconnector.Waiting());
+    Pass(6);
+    EXPECT_EQ(tries.size(), 2u);
+    reconnector.Recovered();
+    Pass(100);
+    EXPECT_EQ(abandoned, 1);
+    EXPECT_FALSE(timer.IsEnabled());
+}
+
+}  // namespace
