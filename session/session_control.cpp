@@ -56,6 +56,7 @@ void SessionControl::cmdSignOn_Click(const SignOnFields& f) {
     if (text::TrimSpaces(f.cmbServers).empty()) return Note("You must enter in a server!");
     if (text::TrimSpaces(f.txtPort).empty()) return Note("You must enter in a port to use!");
     client_.Login(f.txtSN, f.txtPW, text::LeadingNumber(f.txtPort), false, false, f.cmbServers);
+    signOffEnabled_ = true;
     SetInfo("Logging in...");
 }
 
@@ -114,6 +115,7 @@ void SessionControl::LoggedOff() {
     // Signed off, the game stops too: no timer goes on sending into a room
     // that is gone. The word list and its position stay for the next sign-on.
     game_.StopPlay();
+    signOffEnabled_ = false;
     SetInfo("Offline.");
 }
 
