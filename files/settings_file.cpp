@@ -77,9 +77,10 @@ void SettingsFile::cmdSaveSettings_Click(const SettingsFields& f) {
         std::string("fullcaps:") + Flag(f.chkFullCaps),
         std::string("secure:") + Flag(f.chkLock),
     };
-    for (const std::string& op : commands_.Ops().Rows().Rows())
+    // One line per member: a name a file listed twice is written once.
+    for (const std::string& op : commands_.Ops().Members())
         lines.push_back("op:" + op);
-    for (const std::string& name : commands_.Disallows().Rows().Rows()) {
+    for (const std::string& name : commands_.Disallows().Members()) {
         lines.push_back("disallow:" + name);
     }
     for (const game::TopicClass& topic : game_.Lists().Topics()) {

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "game/string_list.h"
 
@@ -22,13 +23,22 @@ class NameList {
     void AddShowingDuplicate(const std::string& name);
     // Removes `name` and every row equal to it.
     void Remove(const std::string& name);
+    // Removes the name that `row` shows and that one row: a duplicate row read
+    // from a file stays, as a row without a member behind it.
+    void RemoveRow(int row);
     void Clear();
 
     StringList& Rows() { return rows_; }
     const StringList& Rows() const { return rows_; }
+    // The names held, in the order they were added (each once, whatever the
+    // rows show).
+    const std::vector<std::string>& Members() const { return members_; }
 
   private:
+    void Forget(const std::string& name);
+
     std::unordered_set<std::string> names_;
+    std::vector<std::string> members_;
     StringList rows_;
 };
 

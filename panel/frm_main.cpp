@@ -4,14 +4,29 @@
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeySequence>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "game/product.h"
+#include "panel/accessibility.h"
 #include "panel/cp1252.h"
 #include "panel/topic_picker.h"
 
+QKeySequence FrmMain::PanelShortcut(int Index) {
+    // Ctrl+1 to Ctrl+9, Ctrl+0 and Ctrl+-: the digit row from left to right.
+    static constexpr Qt::Key keys[kTabs] = {Qt::Key_1, Qt::Key_2, Qt::Key_3,    Qt::Key_4,
+                                            Qt::Key_5, Qt::Key_6, Qt::Key_7,    Qt::Key_8,
+                                            Qt::Key_9, Qt::Key_0, Qt::Key_Minus};
+    return QKeySequence(Qt::CTRL | keys[Index]);
+}
+
 FrmMain::FrmMain(session::Bot& bot, QWidget* parent) : QWidget(parent), bot_(bot) {
+    InstallAccessibleRoles();
     setObjectName("frmMain");
+    // Tools that look for the program's window find it by this role; a plain
+    // widget would report itself as a filler.
+    SetAccessibleRole(this, QAccessible::Window);
     setWindowTitle(QString::fromLatin1(game::kProductTitle.data(),
                                        static_cast<qsizetype>(game::kProductTitle.size())));
 
@@ -24,9 +39,14 @@ FrmMain::FrmMain(session::Bot& bot, QWidget* parent) : QWidget(parent), bot_(bot
     for (int i = 0; i < kTabs; ++i) {
         QPushButton* tab = MakeButton(contents, QString("chkTab%1").arg(i), captions[i]);
         tab->setCheckable(true);
+        tab->setToolTip(QString("%1 (%2)").arg(
+            captions[i], PanelShortcut(i).toString(QKeySequence::NativeText)));
         tabColumn->addWidget(tab);
         chkTab[static_cast<std::size_t>(i)] = tab;
         connect(tab, &QPushButton::clicked, this, [this, i] { chkTab_Click(i); });
+        auto* shortcut = new QShortcut(PanelShortcut(i), this);
+        shortcut->setObjectName(QString("shortcutTab%1").arg(i));
+        connect(shortcut, &QShortcut::activated, this, [this, i] { ShowPanel(i); });
     }
     tabColumn->addStretch();
 
@@ -48,9 +68,12 @@ FrmMain::FrmMain(session::Bot& bot, QWidget* parent) : QWidget(parent), bot_(bot
                 fonts,      ops,   other,    console,      errors};
     // Every panel takes the same place; only the one shown is visible. The
     // Connection panel is shown before any tab is pressed.
-    for (QWidget* panel : pBoxMain) {
+    for (int i = 0; i < kTabs; ++i) {
+        QWidget* panel = pBoxMain[static_cast<std::size_t>(i)];
         panels->addWidget(panel, 0, 0);
         panel->setVisible(panel == connection);
+        SetAccessibleRole(panel, QAccessible::Pane);
+        panel->setAccessibleName(captions[i]);
     }
 
     const QString site = QString::fromLatin1(game::kProductSite.data(),
@@ -99,15 +122,17 @@ files::SettingsFields FrmMain::CollectSettings() const {
 
 void FrmMain::ShowSettings(const files::SettingsFields& f) {
     // Setting texts by program runs none of the fields' checks.
-    connection->txtSN->setText(FromCp1252(f.txtSN));
+    // A value from the file shows whole, even past what the field lets the
+    // operator type ("12.5" in a three-character field).
+    connection->txtSN->ShowText(FromCp1252(f.txtSN));
     connection->cmbServers->setEditText(FromCp1252(f.cmbServers));
-    connection->txtPort->setText(FromCp1252(f.txtPort));
-    chats->txtChat->setText(FromCp1252(f.txtChat));
-    chats->txtEx->setText(FromCp1252(f.txtEx));
-    mainGame->txtSendPause->setText(FromCp1252(f.txtSendPause));
-    mainGame->txtScoreLimit->setText(FromCp1252(f.txtScoreLimit));
-    mainGame->txtIdleTime->setText(FromCp1252(f.txtIdleTime));
-    other->txtUser->setText(FromCp1252(f.txtUser));
+    connection->txtPort->ShowText(FromCp1252(f.txtPort));
+    chats->txtChat->ShowText(FromCp1252(f.txtChat));
+    chats->txtEx->ShowText(FromCp1252(f.txtEx));
+    mainGame->txtSendPause->ShowText(FromCp1252(f.txtSendPause));
+    mainGame->txtScoreLimit->ShowText(FromCp1252(f.txtScoreLimit));
+    mainGame->txtIdleTime->ShowText(FromCp1252(f.txtIdleTime));
+    other->txtUser->ShowText(FromCp1252(f.txtUser));
     connection->chkFullCaps->setChecked(f.chkFullCaps);
     connection->chkLock->setChecked(f.chkLock);
     connection->chkReconnect->setChecked(f.chkReconnect);
@@ -134,6 +159,21 @@ void FrmMain::chkTab_Click(int Index) {
         pBoxMain[static_cast<std::size_t>(i)]->setVisible(false);
     }
     pBoxMain[static_cast<std::size_t>(Index)]->setVisible(true);
+}
+
+void FrmMain::ShowPanel(int Index) {
+    chkTab[static_cast<std::size_t>(Index)]->setChecked(true);
+    chkTab_Click(Index);
+    // The focus goes to the panel's first control, so the keys that opened
+    // it go on working there.
+    QWidget* panel = pBoxMain[static_cast<std::size_t>(Index)];
+    for (QWidget* w = panel->nextInFocusChain(); w && w != panel; w = w->nextInFocusChain()) {
+        if (!panel->isAncestorOf(w)) continue;
+        if (w->isEnabled() && w->isVisibleTo(panel) && (w->focusPolicy() & Qt::TabFocus)) {
+            w->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
 }
 
 void FrmMain::RefreshStatus() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QGroupBox>
+#include <QKeySequence>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
@@ -24,6 +25,11 @@ class FrmMain : public QWidget {
 
     explicit FrmMain(session::Bot& bot, QWidget* parent = nullptr);
     ~FrmMain() override;
+
+    // The key that shows panel `Index`, as its tab's tooltip names it.
+    static QKeySequence PanelShortcut(int Index);
+    // Shows panel `Index` as pressing its tab does, and puts the focus in it.
+    void ShowPanel(int Index);
 
     // The topic picker window, filled anew each time it is loaded.
     void ShowTopicPicker();

@@ -200,7 +200,7 @@ ScrambleListPanel::ScrambleListPanel(session::Bot& bot, QWidget* parent)
     AddItem(mnuScramble, "mnuSaveList", "Save List", [this] { emit saveListRequested(); });
     AddItem(mnuScramble, "mnuClearWordList", "Clear List",
             [&lists] { lists.cmdClearList_Click(); });
-    PopupOnRightButton(lstWords, mnuScramble);
+    AttachPopup(lstWords, mnuScramble);
 }
 
 void ScrambleListPanel::AddDirectly() {
@@ -253,7 +253,7 @@ TopicsPanel::TopicsPanel(session::Bot& bot, QWidget* parent) : QWidget(parent), 
     AddItem(mnuTopics, "mnuSendTopicToList", "Send Topic to List",
             [&lists] { lists.cmdSendToList_Click(); });
     AddItem(mnuTopics, "mnuClearAllTopics", "Clear All", [&lists] { lists.cmdClearAll_Click(); });
-    PopupOnRightButton(lstData, mnuTopics);
+    AttachPopup(lstData, mnuTopics);
 }
 
 PlayersPanel::PlayersPanel(session::Bot& bot, QWidget* parent) : QWidget(parent) {
@@ -272,5 +272,5 @@ PlayersPanel::PlayersPanel(session::Bot& bot, QWidget* parent) : QWidget(parent)
     AddItem(mnuPlayers, "mnuAddPlayer", "Add Player", [&e] { e.mnuAddPlayer_Click(); });
     AddItem(mnuPlayers, "mnuRemovePlayer", "Remove Player", [&e] { e.mnuRemovePlayer_Click(); });
     AddItem(mnuPlayers, "mnuEditScore", "Edit Score", [&e] { e.mnuEditScore_Click(); });
-    PopupOnRightButton(lstPlayers, mnuPlayers);
+    AttachPopup(lstPlayers, mnuPlayers);
 }

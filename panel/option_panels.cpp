@@ -42,10 +42,15 @@ FontsPanel::FontsPanel(session::Bot& bot, QWidget* parent) : QWidget(parent), bo
     layout->addStretch();
 
     ShowFields();
-    connect(cmdSetFont, &QPushButton::clicked, this, [this] {
-        TakeFields();
-        bot_.game.Style().cmdSetFont_Click();
-    });
+    // The style's fields are what the boxes show at every moment, so Save
+    // Settings writes the boxes and a load starts from them; Set Font only
+    // applies them to the bot's lines.
+    for (FieldEdit* field : {txtFontType, txtFontColor, txtBGColor})
+        connect(field, &QLineEdit::textChanged, this, &FontsPanel::TakeFields);
+    for (QCheckBox* check : {chkBold, chkItalics, chkUnderline, chkStrike})
+        connect(check, &QCheckBox::toggled, this, &FontsPanel::TakeFields);
+    connect(cmdSetFont, &QPushButton::clicked, this,
+            [this] { bot_.game.Style().cmdSetFont_Click(); });
     connect(cmdResetFont, &QPushButton::clicked, this, [this] {
         bot_.game.Style().cmdResetFont_Click();
         ShowFields();
@@ -53,7 +58,9 @@ FontsPanel::FontsPanel(session::Bot& bot, QWidget* parent) : QWidget(parent), bo
 }
 
 void FontsPanel::ShowFields() {
-    const game::FontFields& f = bot_.game.Style().fields;
+    // A copy: each box written below writes the fields back as the boxes
+    // stand at that moment.
+    const game::FontFields f = bot_.game.Style().fields;
     txtFontType->setText(FromCp1252(f.txtFontType));
     txtFontColor->setText(FromCp1252(f.txtFontColor));
     txtBGColor->setText(FromCp1252(f.txtBGColor));
@@ -120,13 +127,13 @@ OpsPanel::OpsPanel(session::Bot& bot, QWidget* parent) : QWidget(parent) {
     mnuOp->addAction("Add Op", this, addOp)->setObjectName("mnuAddOp");
     mnuOp->addAction("Remove Op", this, [&e] { e.mnuRemoveOp_Click(); })
         ->setObjectName("mnuRemoveOp");
-    PopupOnRightButton(lstOps, mnuOp);
+    AttachPopup(lstOps, mnuOp);
     mnuDisallow = new QMenu("Disallow", this);
     mnuDisallow->setObjectName("mnuDisallow");
     mnuDisallow->addAction("Add Disallow", this, addDisallow)->setObjectName("mnuAddDis");
     mnuDisallow->addAction("Remove Disallow", this, [&e] { e.mnuRemoveDis_Click(); })
         ->setObjectName("mnuRemoveDis");
-    PopupOnRightButton(lstDisallows, mnuDisallow);
+    AttachPopup(lstDisallows, mnuDisallow);
 }
 
 OtherPanel::OtherPanel(session::Bot& bot, QWidget* parent) : QWidget(parent) {

@@ -30,6 +30,7 @@ ConnectionPanel::ConnectionPanel(session::Bot& bot, QWidget* parent) : QWidget(p
     chkReconnect = MakeCheck(this, "chkReconnect", "Reconnect automatically", true);
     cmdSignOn = MakeButton(this, "cmdSignOn", "Sign On");
     cmdSignOff = MakeButton(this, "cmdSignOff", "Sign Off");
+    cmdSignOff->setEnabled(false);
     lblInfo = MakeLabel(this, "lblInfo", "Offline.");
     lblInfo->setWordWrap(true);
 
@@ -71,7 +72,8 @@ void ConnectionPanel::ApplyCapabilities() {
 }
 
 void ConnectionPanel::Refresh() {
-    lblInfo->setText(FromCp1252(bot_.session.lblInfo()));
+    cmdSignOff->setEnabled(bot_.session.cmdSignOffEnabled());
+    ShowStatus(lblInfo, FromCp1252(bot_.session.lblInfo()));
 }
 
 ChatsPanel::ChatsPanel(session::Bot& bot, QWidget* parent) : QWidget(parent), bot_(bot) {
@@ -110,7 +112,7 @@ ChatsPanel::ChatsPanel(session::Bot& bot, QWidget* parent) : QWidget(parent), bo
 }
 
 void ChatsPanel::Refresh() {
-    lblChatStatus->setText(FromCp1252(bot_.session.lblChatStatus()));
+    ShowStatus(lblChatStatus, FromCp1252(bot_.session.lblChatStatus()));
 }
 
 ConsolePanel::ConsolePanel(session::Bot& bot, QWidget* parent) : QWidget(parent), bot_(bot) {
@@ -126,7 +128,7 @@ ConsolePanel::ConsolePanel(session::Bot& bot, QWidget* parent) : QWidget(parent)
     lstPeopleHere->setMaximumWidth(160);
     (new StringListModel(bot.session.lstPeopleHere(), this))->Attach(lstPeopleHere);
     lblPeopleCount = MakeLabel(this, "lblPeopleCount", "# People Here");
-    txtSend = MakeField(this, "txtSend", "", 2500, "Send");
+    txtSend = MakeField(this, "txtSend", "", 2500, "Message to send");
     cmdSendChat = MakeButton(this, "cmdSendChat", "Send");
     cmdClearChat = MakeButton(this, "cmdClearChat", "Clear Text");
 

@@ -31,6 +31,7 @@ void StringListModel::Attach(QListView* view) {
     view->setSelectionMode(QAbstractItemView::SingleSelection);
     connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) {
+                if (removing_) return;
                 list_.Select(current.isValid() ? current.row() : -1);
             });
     connect(this, &StringListModel::selectedRowChanged, view, [this, view](int row) {
@@ -50,10 +51,14 @@ void StringListModel::RowsInserted() {
     endInsertRows();
 }
 void StringListModel::RowsAboutToBeRemoved(int first, int last) {
+    removing_ = true;
     beginRemoveRows(QModelIndex(), first, last);
 }
 void StringListModel::RowsRemoved() {
     endRemoveRows();
+    removing_ = false;
+    // The view shows the list's selection, not the row it moved to.
+    emit selectedRowChanged(list_.Selected());
 }
 void StringListModel::AboutToReset() {
     beginResetModel();

@@ -37,4 +37,7 @@ class StringListModel : public QAbstractListModel, public game::ListObserver {
 
   private:
     game::ListSource& list_;
+    // While rows go, the view moves its current row by itself; the list has
+    // already decided its selection, so that move must not flow back.
+    bool removing_ = false;
 };

@@ -16,14 +16,14 @@ if ((${#need[@]})); then
 fi
 ./scripts/build.sh >/dev/null
 out=${1:-docs/window.png}
-xvfb-run -a -s "-screen 0 900x640x24" bash -c '
+timeout --kill-after=10 60 xvfb-run -a -s "-screen 0 900x640x24" bash -c '
     ./build/app/vexmor-scrambler & pid=$!
+    trap "kill \$pid 2>/dev/null || true" EXIT
     for _ in $(seq 100); do
         xwininfo -name "Vexmor Scrambler 2.0" >/dev/null 2>&1 && break
         sleep 0.1
     done
     sleep 1
     import -window root -crop 780x560+0+0 "'"$out"'"
-    kill "$pid"
 '
 echo "Wrote $out"

@@ -6,4 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 ./scripts/install-deps.sh
 ./scripts/build.sh >/dev/null
-exec ./build/tests/soak --seconds "${1:-1200}" --topics topics "${@:2}"
+seconds=${1:-1200}
+# The soak ends its own server when it ends; the timeout bounds a soak that hangs.
+exec timeout --kill-after=30 $((seconds + 300)) ./build/tests/soak --seconds "$seconds" \
+    --topics topics "${@:2}"

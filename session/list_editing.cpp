@@ -85,12 +85,8 @@ void ListEditing::AddName(game::NameList& list, const std::string& text) {
 }
 
 void ListEditing::RemoveSelected(game::NameList& list) {
-    game::StringList& rows = list.Rows();
-    const int row = rows.Selected();
-    if (row < 0) return;
     // The member keyed by the row's text, and that one row.
-    const std::string name = rows.At(row);
-    list.Remove(name);
+    list.RemoveRow(list.Rows().Selected());
 }
 
 std::string ListEditing::SelectedPlayer() const {

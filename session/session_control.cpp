@@ -82,6 +82,7 @@ void SessionControl::cmdSignOn_Click(const SignOnFields& f) {
     if (game_.Suspended()) game_.StopPlay();
     lastSignOn_ = f;
     client_.Login(f.txtSN, f.txtPW, port, false, false, f.cmbServers);
+    signOffEnabled_ = true;
     SetInfo("Logging in...");
 }
 
@@ -153,13 +154,15 @@ void SessionControl::LoggedIn(const std::string&, const std::string&, const std:
 void SessionControl::LoggedOff() {
     game_.SignedOn = false;
     if (Retrying() && (reconnector_->Waiting() || reconnector_->Attempting())) {
-        // Coming back: the round waits, frozen, for the room.
+        // Coming back: the round waits, frozen, for the room; Sign Off stays
+        // offered, to stop the tries.
         game_.Suspend();
     } else {
         // Signed off, the game stops too: no timer goes on sending into a
         // room that is gone. The word list and its position stay for the
         // next sign-on.
         game_.StopPlay();
+        signOffEnabled_ = false;
     }
     // Whatever room was shown, or joined, is gone with the session.
     people_.Clear();
@@ -172,9 +175,13 @@ void SessionControl::LoggedOff() {
 
 void SessionControl::LoginError(const std::string& strDescription, int intErrorCode) {
     const std::string text = strDescription + " Error code: " + std::to_string(intErrorCode);
+    const bool retrying = Retrying();
+    const std::optional<int> delay =
+        retrying ? reconnector_->SignOnRefused(intErrorCode) : std::nullopt;
+    // Refused for good: nothing is left to sign off from.
+    if (!delay) signOffEnabled_ = false;
     SetInfo(text);
-    if (!Retrying()) return;
-    const std::optional<int> delay = reconnector_->SignOnRefused(intErrorCode);
+    if (!retrying) return;
     if (!delay) game_.StopPlay();
     ReportNextTry(text, delay);
 }

@@ -71,6 +71,9 @@ class SessionControl : public oscar::ClientEvents {
     const std::string& lblInfo() const { return lblInfo_; }
     const std::string& lblChatStatus() const { return lblChatStatus_; }
     const std::string& lblPeopleCount() const { return lblPeopleCount_; }
+    // Sign Off is offered from a Sign On that passed its checks until the
+    // client reports the sign-off.
+    bool cmdSignOffEnabled() const { return signOffEnabled_; }
     PeopleList& lstPeopleHere() { return people_; }
     // Called after any of the texts above changed.
     void SetChangeObserver(std::function<void()> changed) { changed_ = std::move(changed); }
@@ -130,6 +133,7 @@ class SessionControl : public oscar::ClientEvents {
     std::string lblInfo_ = "Offline.";
     std::string lblChatStatus_ = "You are not in a chat.";
     std::string lblPeopleCount_ = "# People Here";
+    bool signOffEnabled_ = false;
     PeopleList people_;
     std::string userName_ = "Unknown";
     std::string profileHeader_;

@@ -19,6 +19,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "app/child_process.h"
 #include "app/qt_socket_layer.h"
 #include "app/qt_bot_timers.h"
 #include "oscar/encoding.h"
@@ -99,6 +100,9 @@ int main(int argc, char** argv) {
     // The server in a process of its own, so that its memory is not ours.
     QProcess server;
     server.setProgram(QStringLiteral(LOCAL_SERVER_PROGRAM));
+    // Killed by a timeout or a crash, the soak takes its server with it.
+    const int soakPid = static_cast<int>(QCoreApplication::applicationPid());
+    server.setChildProcessModifier([soakPid] { EndWithParent(soakPid); });
     server.setArguments({"--port", "0", "--topics", topics, "--chatter", players, "--chatter-ms",
                          chatterMs, "--report", "--seed", "2026"});
     RecordingSockets sockets;

@@ -1,0 +1,124 @@
+// Behaviours of the window that had drifted from what the operator is meant
+// to see: each case drives the real window and reads what it shows or saves.
+#include <gtest/gtest.h>
+
+#include <QFocusEvent>
+#include <QTest>
+
+#include "support/window_fixture.h"
+
+namespace {
+
+using testing_support::WindowTest;
+
+class DriftTest : public WindowTest {
+  protected:
+    std::string Settings() const {
+        QFile file(folder.filePath("settings"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+    }
+    void WriteSettings(const QByteArray& lines) {
+        QFile file(folder.filePath("settings"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(lines);
+    }
+    static int Count(const std::string& text, const std::string& part) {
+        int n = 0;
+        for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+            ++n;
+        return n;
+    }
+};
+
+TEST_F(DriftTest, SaveWritesTheFontBoxesAndALoadNeverClearsACheckedStyleBox) {
+    window.ShowPanel(6);
+    window.fonts->txtFontType->setText("Arial");
+    QTest::keyClick(window.fonts->chkBold, Qt::Key_Space);
+    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);  // no Set Font first
+    const std::string saved = Settings();
+    EXPECT_NE(saved.find("\r\nft:Arial\r\n"), std::string::npos) << saved;
+    EXPECT_NE(saved.find("\r\nbold:1\r\n"), std::string::npos) << saved;
+
+    QTest::keyClick(window.fonts->chkItalics, Qt::Key_Space);
+    WriteSettings("italics:0\r\nbold:0\r\n");
+    QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
+    EXPECT_TRUE(window.fonts->chkItalics->isChecked());
+    EXPECT_TRUE(window.fonts->chkBold->isChecked());
+    EXPECT_EQ(window.fonts->txtFontType->text(), "Times New Roman") << "the reset's font";
+    EXPECT_EQ(bot.game.Style().FontChange(),
+              "<html><body bgcolor=\"000000\"><font color=\"00bfff\" face=\"Times New "
+              "Roman\"><b><i>");
+}
+
+TEST_F(DriftTest, RemovingTheWordInPlayLeavesNoWordInPlay) {
+    bot.game.Lists().lstWords().Assign({"ant", "bee", "cat"});
+    bot.game.Lists().SetPosition(1);
+    ASSERT_EQ(window.scrambleList->lstWords->currentIndex().row(), 1);
+    window.scrambleList->mnuScramble->findChild<QAction*>("mnuRemoveScramble")->trigger();
+    EXPECT_EQ(bot.game.Lists().lstWords().Rows(), (std::vector<std::string>{"ant", "cat"}));
+    EXPECT_EQ(bot.game.Lists().Position(), -1) << "the view's move must not pick 'cat'";
+    EXPECT_FALSE(window.scrambleList->lstWords->currentIndex().isValid());
+}
+
+TEST_F(DriftTest, FieldChecksRunOnlyWhenTheFocusMovesWithinTheWindow) {
+    const struct {
+        Qt::FocusReason reason;
+        std::size_t questions;
+    } cases[] = {{Qt::ActiveWindowFocusReason, 0},
+                 {Qt::PopupFocusReason, 0},
+                 {Qt::TabFocusReason, 1},
+                 {Qt::MouseFocusReason, 1},
+                 {Qt::ShortcutFocusReason, 1}};
+    for (const auto& c : cases) {
+        dialogs.questions.clear();
+        window.mainGame->txtSendPause->setText("5");
+        QFocusEvent out(QEvent::FocusOut, c.reason);
+        QApplication::sendEvent(window.mainGame->txtSendPause, &out);
+        EXPECT_EQ(dialogs.questions.size(), c.questions) << c.reason;
+    }
+}
+
+TEST_F(DriftTest, SignOffIsOfferedFromSignOnUntilSignedOff) {
+    EXPECT_FALSE(window.connection->cmdSignOff->isEnabled());
+    window.connection->txtSN->setText("Bot Name");
+    window.connection->txtPW->setText("secret");
+    window.connection->txtPort->setText("1");  // nothing listens; no answer is needed
+    QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
+    EXPECT_TRUE(window.connection->cmdSignOff->isEnabled());
+    bot.session.LoggedOff();
+    EXPECT_FALSE(window.connection->cmdSignOff->isEnabled());
+    // A refused sign-on leaves nothing to sign off from either.
+    QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
+    bot.session.LoginError("Incorrect nickname or password.", 5);
+    EXPECT_FALSE(window.connection->cmdSignOff->isEnabled());
+}
+
+TEST_F(DriftTest, ANumberFromTheFileShowsWholeInItsField) {
+    WriteSettings("idle:12.5\r\nscore:15 points\r\n");
+    QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
+    EXPECT_EQ(window.mainGame->txtIdleTime->text(), "12.5");
+    EXPECT_EQ(bot.game.IdleTime, 12);
+    EXPECT_EQ(window.mainGame->txtScoreLimit->text(), "15 points");
+    // Once the operator's edit fits the field again, typing is limited as before.
+    window.mainGame->txtIdleTime->setText("12");
+    EXPECT_EQ(window.mainGame->txtIdleTime->maxLength(), 3);
+}
+
+TEST_F(DriftTest, AnOpListedTwiceIsOneOp) {
+    WriteSettings("op:alice\r\nop:alice\r\nop:bob\r\n");
+    QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
+    ASSERT_EQ(bot.commands.Ops().Rows().Count(), 3);
+    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);
+    EXPECT_EQ(Count(Settings(), "\r\nop:alice\r\n"), 1);
+    EXPECT_EQ(Count(Settings(), "\r\nop:bob\r\n"), 1);
+
+    bot.commands.Ops().Rows().Select(1);
+    window.ops->mnuOp->findChild<QAction*>("mnuRemoveOp")->trigger();
+    EXPECT_EQ(bot.commands.Ops().Rows().Rows(), (std::vector<std::string>{"alice", "bob"}))
+        << "only the selected row goes";
+    EXPECT_FALSE(bot.commands.Ops().Contains("alice"));
+    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);
+    EXPECT_EQ(Count(Settings(), "op:alice"), 0);
+}
+
+}  // namespace

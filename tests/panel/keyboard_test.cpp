@@ -1,0 +1,149 @@
+// The window without a mouse: every panel by its shortcut, every list menu by
+// the Menu key and Shift+F10, the links by Enter, and what assistive
+// technology is told (roles, names, status changes).
+#include <gtest/gtest.h>
+
+#include <QtGui/private/qguiapplication_p.h>
+#include <QtGui/qpa/qplatformaccessibility.h>
+#include <QtGui/qpa/qplatformintegration.h>
+#include <QAccessible>
+#include <QMenu>
+#include <QTest>
+
+#include "game/product.h"
+#include "support/window_fixture.h"
+
+namespace {
+
+using testing_support::WindowTest;
+
+std::vector<std::pair<QObject*, QAccessible::Event>> gEvents;
+
+void Record(QAccessibleEvent* event) {
+    gEvents.emplace_back(event->object(), event->type());
+}
+
+class KeyboardTest : public WindowTest {
+  protected:
+    KeyboardTest() {
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+};
+
+TEST_F(KeyboardTest, EveryPanelOpensByTheShortcutItsTabShows) {
+    for (int i = FrmMain::kTabs - 1; i >= 0; --i) {
+        const QKeySequence keys = FrmMain::PanelShortcut(i);
+        EXPECT_TRUE(window.chkTab[i]->toolTip().contains(keys.toString(QKeySequence::NativeText)))
+            << window.chkTab[i]->toolTip().toStdString();
+        QTest::keySequence(QApplication::focusWidget() ? QApplication::focusWidget() : &window,
+                           keys);
+        for (int j = 0; j < FrmMain::kTabs; ++j) {
+            EXPECT_EQ(window.pBoxMain[j]->isVisible(), j == i) << i << " " << j;
+            EXPECT_EQ(window.chkTab[j]->isChecked(), j == i) << i << " " << j;
+        }
+        EXPECT_TRUE(window.pBoxMain[i]->isAncestorOf(QApplication::focusWidget())) << i;
+    }
+    // Eleven different keys.
+    QSet<QString> distinct;
+    for (int i = 0; i < FrmMain::kTabs; ++i)
+        distinct.insert(FrmMain::PanelShortcut(i).toString());
+    EXPECT_EQ(distinct.size(), FrmMain::kTabs);
+}
+
+TEST_F(KeyboardTest, EveryListMenuOpensFromTheKeyboardAtTheSelectedRow) {
+    bot.game.Lists().lstWords().Assign({"ant", "bee", "cat", "dog"});
+    bot.game.Lists().SetPosition(3);
+    const struct {
+        int panel;
+        QListView* list;
+        QMenu* menu;
+    } menus[] = {{3, window.scrambleList->lstWords, window.scrambleList->mnuScramble},
+                 {4, window.topics->lstData, window.topics->mnuTopics},
+                 {5, window.players->lstPlayers, window.players->mnuPlayers},
+                 {7, window.ops->lstOps, window.ops->mnuOp},
+                 {7, window.ops->lstDisallows, window.ops->mnuDisallow}};
+    for (const auto& m : menus) {
+        window.ShowPanel(m.panel);
+        m.list->setFocus();
+        for (const QKeyCombination key :
+             {QKeyCombination(Qt::Key_Menu), QKeyCombination(Qt::ShiftModifier, Qt::Key_F10)}) {
+            QTest::keyClick(m.list, key.key(), key.keyboardModifiers());
+            EXPECT_TRUE(m.menu->isVisible()) << m.menu->objectName().toStdString();
+            m.menu->hide();
+        }
+        // Other keys stay the list's own.
+        QTest::keyClick(m.list, Qt::Key_F10);
+        EXPECT_FALSE(m.menu->isVisible());
+    }
+    // The scramble list's menu opens below the selected row, not at the top.
+    QListView* words = window.scrambleList->lstWords;
+    window.ShowPanel(3);
+    QTest::keyClick(words, Qt::Key_Menu);
+    const QRect row = words->visualRect(words->currentIndex());
+    EXPECT_EQ(window.scrambleList->mnuScramble->pos().y(),
+              words->viewport()->mapToGlobal(row.bottomLeft()).y());
+    window.scrambleList->mnuScramble->hide();
+}
+
+TEST_F(KeyboardTest, AssistiveTechnologyFindsTheWindowPanelsControlsAndLinks) {
+    QAccessibleInterface* main = QAccessible::queryAccessibleInterface(&window);
+    ASSERT_NE(main, nullptr);
+    EXPECT_EQ(main->role(), QAccessible::Window);
+    EXPECT_EQ(main->text(QAccessible::Name), "Vexmor Scrambler 2.0");
+    for (int i = 0; i < FrmMain::kTabs; ++i) {
+        QAccessibleInterface* panel = QAccessible::queryAccessibleInterface(window.pBoxMain[i]);
+        EXPECT_EQ(panel->role(), QAccessible::Pane) << i;
+        EXPECT_EQ(panel->text(QAccessible::Name), window.chkTab[i]->text()) << i;
+    }
+    EXPECT_NE(
+        QAccessible::queryAccessibleInterface(window.console->txtSend)->text(QAccessible::Name),
+        QAccessible::queryAccessibleInterface(window.console->cmdSendChat)
+            ->text(QAccessible::Name));
+
+    const struct {
+        QLabel* label;
+        int panel;
+        const char* name;
+        std::string_view url;
+    } links[] = {{window.lblSite, 0, "http://www.vexmor.com", game::kProductSite},
+                 {window.fonts->lblHexList, 6, "Valid Hex Color List", game::kHexColorList}};
+    for (const auto& link : links) {
+        QAccessibleInterface* a = QAccessible::queryAccessibleInterface(link.label);
+        EXPECT_EQ(a->role(), QAccessible::Link);
+        EXPECT_EQ(a->text(QAccessible::Name), link.name);
+        opened.clear();
+        a->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        EXPECT_EQ(opened, std::vector<std::string>{std::string(link.url)});
+
+        window.ShowPanel(link.panel);
+        EXPECT_TRUE(link.label->focusPolicy() & Qt::TabFocus);
+        link.label->setFocus(Qt::TabFocusReason);
+        opened.clear();
+        QTest::keyClick(link.label, Qt::Key_Return);
+        EXPECT_EQ(opened, std::vector<std::string>{std::string(link.url)});
+    }
+}
+
+TEST_F(KeyboardTest, StatusChangesAreAnnounced) {
+    gEvents.clear();
+    // As when a screen reader is running; the handler takes the events.
+    QPlatformAccessibility* platform =
+        QGuiApplicationPrivate::platformIntegration()->accessibility();
+    ASSERT_NE(platform, nullptr);
+    platform->setActive(true);
+    QAccessible::installUpdateHandler(Record);
+    bot.session.LoggedIn("bot", "", "");
+    bot.session.JoinedChat("Word Games", 4, 0, 1, 40, 1024);
+    QAccessible::installUpdateHandler(nullptr);
+    platform->setActive(false);
+    const auto announced = [](QObject* label) {
+        return std::count(gEvents.begin(), gEvents.end(),
+                          std::make_pair(label, QAccessible::Alert));
+    };
+    EXPECT_EQ(window.connection->lblInfo->text(), "Online!");
+    EXPECT_EQ(announced(window.connection->lblInfo), 1);
+    EXPECT_EQ(announced(window.chats->lblChatStatus), 1);
+}
+
+}  // namespace
