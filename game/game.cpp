@@ -1,5 +1,6 @@
 #include "game/game.h"
 
+#include "history/history.h"
 #include "text/text.h"
 
 namespace game {
@@ -64,6 +65,9 @@ void Game::WordSend(std::string_view StrWord) {
     Puzzle puzzle = MakePuzzle(StrWord, chkLCase, modes_.GetGameMode(), env_.random);
     pendingAnswer_ = std::move(puzzle.answer);
     SendToFirstRoom(puzzle.line);
+    if (history_)
+        history_->PuzzlePosted(text::TrimSpaces(*pendingAnswer_), lists_.CurrentTopic(),
+                               modes_.GetGameMode(), ScoreLimit);
     if (GameOn) {
         IdleCount = 0;
         env_.tmrIdle.Disable();
@@ -160,6 +164,7 @@ void Game::NewGame() {
     env_.tmrIdle.Disable();
     pendingAnswer_.reset();
     if (!scores_.Empty()) SendToFirstRoom(Announcement());
+    if (history_) history_->GameEnded({});
     scores_.Clear();
     if (chkNewTopic) {
         NewTopic(true);
@@ -258,6 +263,7 @@ void Game::CheckAnswer(int chatIndex, const std::string& sender, const std::stri
         ResetTimers();
         env_.tmrMsgPause.Enable();
     }
+    if (history_) history_->AnswerCredited(sender);
     const std::string player = text::NormalizeName(sender);
     if (scores_.Has(player)) {
         UpdateScore(player, 1);
@@ -281,7 +287,9 @@ void Game::AnnounceWinnerAndStartNewGame() {
 }
 
 std::string Game::Announcement() {
-    return WinnerMessage(scores_.FindWinners());
+    const std::string winners = scores_.FindWinners();
+    if (history_) history_->GameEnded(history::WinnerKeys(winners, kTieSeparator));
+    return WinnerMessage(winners);
 }
 
 void Game::ShowTopScores() {

@@ -18,6 +18,7 @@
 #include "game/style.h"
 #include "game/timer.h"
 #include "game/word_lists.h"
+#include "history/history_store.h"
 
 namespace game {
 
@@ -42,6 +43,8 @@ class Game {
     ScoreTable& Scores() { return scores_; }
     LineStyle& Style() { return style_; }
     GameModes& Modes() { return modes_; }
+    // Where puzzles, credits and game ends are recorded; none by default.
+    void SetHistory(history::HistoryStore* store) { history_ = store; }
 
     bool GameOn = false;
     bool SignedOn = false;
@@ -116,6 +119,7 @@ class Game {
     LineStyle style_;
     GameModes modes_;
     std::optional<std::string> pendingAnswer_;
+    history::HistoryStore* history_ = nullptr;
 };
 
 }  // namespace game
