@@ -2,12 +2,16 @@
 // browser), the bot's core, and the main window over it.
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QUrl>
 
 #include "app/qt_dialogs.h"
 #include "app/qt_socket_layer.h"
 #include "app/qt_timer.h"
+#include "historydb/history_service.h"
+#include "panel/cp1252.h"
 #include "panel/frm_main.h"
+#include "panel/history_panel.h"
 #include "session/bot.h"
 
 int main(int argc, char** argv) {
@@ -26,7 +30,16 @@ int main(int argc, char** argv) {
                       },
                       QCoreApplication::applicationDirPath().toLocal8Bit().toStdString()});
 
+    // Every game is remembered in a file beside the settings file.
+    HistoryService history;
+    if (!history.Open(QDir(QCoreApplication::applicationDirPath())
+                          .filePath(QString::fromLatin1(HistoryService::kFileName))))
+        bot.errors.Append(ToCp1252(history.Error()));
+    bot.game.SetHistory(&history);
+    bot.commands.SetHistory(&history.Record());
+
     FrmMain frmMain(bot);
+    AttachHistory(frmMain, history, dialogs, bot.errors);
     window = &frmMain;
     dialogs.SetParent(&frmMain);
     frmMain.show();

@@ -2,6 +2,9 @@
 // its word and topic, each credit, and the end of a game with its winner.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <ctime>
+
 #include "game/chat_commands.h"
 #include "game/game.h"
 #include "history/history.h"
@@ -13,7 +16,21 @@ namespace {
 
 using namespace testing_support;
 
-TEST(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
+class GameHistory : public ::testing::Test {
+  protected:
+    GameHistory() {
+        game.SetHistory(&record);
+        commands.SetHistory(&record);
+        game::TopicClass topic;
+        topic.SetTopicName("Animals");
+        for (const char* word : {"giraffe", "zebra, striped", "otter"})
+            topic.AddWord(word);
+        game.Lists().AddLoadedTopic(std::move(topic));
+        game.Lists().AddTopicList("Animals");
+        game.SignedOn = true;
+        game.ScoreLimit = 2;
+    }
+
     FakeDialogs dialogs;
     FakeChat chat;
     game::RandomSource random{7};
@@ -22,19 +39,12 @@ TEST(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
     game::Console console;
     game::Game game{{dialogs, chat, random, errors, tmrMsgPause, tmrIdle, tmrTopics, [] {}}};
     game::ChatCommands commands{game, console, tmrCcoms, tmrCcom2};
-    history::Millis now = 1000;
-    history::History record{[&now] { return now; }};
-    game.SetHistory(&record);
+    // Tuesday 9 January 2024, noon UTC.
+    history::Millis now = 1704801600000;
+    history::History record{[this] { return now; }};
+};
 
-    game::TopicClass topic;
-    topic.SetTopicName("Animals");
-    for (const char* word : {"giraffe", "zebra, striped", "otter"})
-        topic.AddWord(word);
-    game.Lists().AddLoadedTopic(std::move(topic));
-    game.Lists().AddTopicList("Animals");
-    game.SignedOn = true;
-    game.ScoreLimit = 2;
-
+TEST_F(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
     game.cmdAutoSendOn_Click();  // giraffe
     now += 4000;
     commands.ChatMessage(1, "Ann Agram", "giraffe");
@@ -63,6 +73,48 @@ TEST(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
     EXPECT_EQ(record.Games()[0].scoreLimit, 2);
     EXPECT_EQ(record.Games()[0].ended, now);
     EXPECT_EQ(record.Games()[1].ended, 0);
+}
+
+TEST_F(GameHistory, TopAndStatsAnswerInTheRoomPacedLikeScore) {
+    setenv("TZ", "UTC", 1);
+    tzset();
+    game.cmdAutoSendOn_Click();
+    now += 1240;
+    commands.ChatMessage(2, "Ann Agram", "giraffe");
+    tmrMsgPause.Tick(11);
+    now += 3000;
+    commands.ChatMessage(2, "Bob", "zebra");
+    tmrMsgPause.Tick(11);
+    now += 2000;
+    commands.ChatMessage(2, "ann agram", "otter");  // Ann wins 2 to 1
+    chat.Take();
+
+    const std::string style =
+        "<html><body bgcolor=\"000000\"><font color=\"00bfff\" face=\"Times New Roman\">";
+    struct Step {
+        std::string said;
+        std::vector<testing_support::SentLine> replies;
+        int ticks = 0;  // of the pause, before the line
+    } steps[] = {
+        {"/top", {{2, style + "<B><U>TOP THIS WEEK</U></B>: Ann Agram [2], Bob [1]"}}},
+        {"/stats bob", {}},  // within the pause: nothing
+        {"/score", {}},
+        {"/stats  ANN agram ",
+         {{2, style + "Ann Agram: 2 points, 1 games won, fastest answer 1.2 s, longest streak "
+                      "1; this week 2 points."}},
+         1},
+        {"/stats", {{2, style + "No answers have been credited to that name yet."}}, 1},
+    };
+    for (const Step& step : steps) {
+        tmrCcom2.Tick(step.ticks);
+        commands.ChatMessage(2, "Someone", step.said);
+        const auto sent = chat.Take();
+        ASSERT_EQ(sent.size(), step.replies.size()) << step.said;
+        for (std::size_t i = 0; i < sent.size(); ++i) {
+            EXPECT_EQ(sent[i].room, step.replies[i].room) << step.said;
+            EXPECT_EQ(sent[i].text, step.replies[i].text) << step.said;
+        }
+    }
 }
 
 }  // namespace
