@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QUrl>
 
+#include "app/leaderboard_server.h"
 #include "app/qt_dialogs.h"
 #include "app/qt_socket_layer.h"
 #include "app/qt_timer.h"
@@ -37,6 +38,31 @@ int main(int argc, char** argv) {
         bot.errors.Append(ToCp1252(history.Error()));
     bot.game.SetHistory(&history);
     bot.commands.SetHistory(&history.Record());
+
+    // The leaderboard page: this machine only, unless the operator names an
+    // address (--leaderboard-address) or a port (--leaderboard-port).
+    QString address = LeaderboardServer::kDefaultAddress;
+    quint16 port = LeaderboardServer::kDefaultPort;
+    const QStringList args = QCoreApplication::arguments();
+    for (qsizetype i = 1; i + 1 < args.size(); ++i) {
+        if (args[i] == "--leaderboard-address") address = args[i + 1];
+        if (args[i] == "--leaderboard-port") port = static_cast<quint16>(args[i + 1].toUInt());
+    }
+    LeaderboardServer leaderboardServer(history, [&bot] {
+        leaderboard::LiveGame live;
+        game::Game& g = bot.game;
+        if (g.PendingAnswer()) {
+            live.puzzle = g.PuzzleLine();
+            if (g.GameOn) live.secondsLeft = std::max(0, g.IdleTime - g.IdleCount);
+        }
+        live.topic = g.Lists().CurrentTopic();
+        for (const auto& entry : g.Scores().Ranking())
+            live.scores.emplace_back(entry.name, entry.score);
+        return live;
+    });
+    QString listenError;
+    if (!leaderboardServer.Listen(QHostAddress(address), port, listenError))
+        bot.errors.Append(ToCp1252(listenError));
 
     FrmMain frmMain(bot);
     AttachHistory(frmMain, history, dialogs, bot.errors);

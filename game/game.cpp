@@ -64,6 +64,7 @@ void Game::WordSend(std::string_view StrWord) {
     }
     Puzzle puzzle = MakePuzzle(StrWord, chkLCase, modes_.GetGameMode(), env_.random);
     pendingAnswer_ = std::move(puzzle.answer);
+    puzzleLine_ = puzzle.line;
     SendToFirstRoom(puzzle.line);
     if (history_)
         history_->PuzzlePosted(text::TrimSpaces(*pendingAnswer_), lists_.CurrentTopic(),

@@ -60,6 +60,8 @@ class Game {
     // The answer of the puzzle in play, untrimmed; nullopt when none.
     const std::optional<std::string>& PendingAnswer() const { return pendingAnswer_; }
     void DropPendingAnswer() { pendingAnswer_.reset(); }
+    // The last puzzle as the room saw it, without the style prefix.
+    const std::string& PuzzleLine() const { return puzzleLine_; }
     // Stops the message-pause and idle timers.
     void StopRoundTimers();
     // Stops auto-send and any open topic choice, keeping the word list and
@@ -120,6 +122,7 @@ class Game {
     GameModes modes_;
     std::optional<std::string> pendingAnswer_;
     history::HistoryStore* history_ = nullptr;
+    std::string puzzleLine_;
 };
 
 }  // namespace game

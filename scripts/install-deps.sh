@@ -9,6 +9,7 @@ packages=(
     qt6-base-dev libgl-dev libqt6sql6-sqlite
     libgtest-dev libgmock-dev libbenchmark-dev
     clang libclang-rt-14-dev
+    chromium
 )
 
 missing=()
