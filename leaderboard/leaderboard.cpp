@@ -203,7 +203,8 @@ section{margin-bottom:1.2em}#puzzle{font-size:1.3em;font-family:monospace}a{curs
 <section id="live" aria-live="polite"><h2>Game in progress</h2>
 <p id="puzzle">No puzzle in play.</p><p id="timeleft"></p><ol id="scores"></ol></section>
 <section><h2>Standings</h2>
-<nav id="periods"><button data-p="today">Today</button><button data-p="week" aria-pressed="true">This week</button><button data-p="month">This month</button><button data-p="all">All time</button></nav>
+<nav id="periods"><button data-p="today">Today</button><button data-p="week" aria-pressed="true">This week</button><button data-p="month">This month</button><button data-p="all">All time</button>
+<label>Topic <select id="topic"><option value="">All topics</option></select></label></nav>
 <table><thead><tr><th class="n">#</th><th>Player</th><th class="n">Points</th><th class="n">Games won</th><th class="n">Fastest (s)</th><th class="n">Longest streak</th></tr></thead>
 <tbody id="standings">)";
 
@@ -226,7 +227,12 @@ function showStandings(data) {
   }
 }
 async function loadStandings() {
-  const res = await fetch("/api/standings?period=" + period); showStandings(await res.json());
+  const topic = $("topic").value;
+  const res = await fetch("/api/standings?period=" + period + (topic ? "&topic=" + encodeURIComponent(topic) : ""));
+  if (!res.ok) { $("topic").value = ""; return; }
+  const data = await res.json(); showStandings(data);
+  const select = $("topic");
+  for (const t of data.topics.slice(select.options.length - 1)) select.add(new Option(t, t));
 }
 async function showPlayer(name) {
   const p = await (await fetch("/api/player?name=" + encodeURIComponent(name))).json();
@@ -261,6 +267,7 @@ for (const b of document.querySelectorAll("#periods button")) b.onclick = () => 
   for (const o of document.querySelectorAll("#periods button")) o.setAttribute("aria-pressed", o === b);
   loadStandings();
 };
+$("topic").onchange = loadStandings;
 setInterval(tick, 1000);
 const events = new EventSource("/events");
 events.onmessage = (e) => { showLive(JSON.parse(e.data)); loadStandings(); loadGames(); };
