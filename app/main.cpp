@@ -69,5 +69,9 @@ int main(int argc, char** argv) {
     window = &frmMain;
     dialogs.SetParent(&frmMain);
     frmMain.show();
-    return app.exec();
+    const int code = app.exec();
+    // The history goes before the bot: nothing may record into it after.
+    bot.game.SetHistory(nullptr);
+    bot.commands.SetHistory(nullptr);
+    return code;
 }
