@@ -1,5 +1,22 @@
 #include "app/command_line.h"
 
+#include <cctype>
+
+namespace {
+
+// 1-65535, or 0 for anything else.
+int PortNumber(const std::string& text) {
+    if (text.empty() || text.size() > 5) return 0;
+    int port = 0;
+    for (const char c : text) {
+        if (!std::isdigit(static_cast<unsigned char>(c))) return 0;
+        port = port * 10 + (c - '0');
+    }
+    return port <= 65535 ? port : 0;
+}
+
+}  // namespace
+
 CommandLine ParseCommandLine(const std::vector<std::string>& args) {
     CommandLine line;
     std::vector<std::string> unknown;
@@ -7,7 +24,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
         const std::string& arg = args[i];
         auto value = [&](std::string& into) {
             if (i + 1 >= args.size()) {
-                line.error = arg + " needs a file name";
+                line.error = arg + " needs a value";
                 return;
             }
             into = args[++i];
@@ -22,6 +39,15 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
             value(line.settingsFile);
         } else if (arg == "--password-file") {
             value(line.passwordFile);
+        } else if (arg == "--leaderboard-address") {
+            value(line.leaderboardAddress);
+        } else if (arg == "--leaderboard-port") {
+            std::string port;
+            value(port);
+            line.leaderboardPort = PortNumber(port);
+            if (line.leaderboardPort == 0 && line.error.empty()) {
+                line.error = "--leaderboard-port needs a number from 1 to 65535";
+            }
         } else {
             unknown.push_back(arg);
         }
@@ -42,6 +68,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
 std::string UsageText(const std::string& program) {
     return "Usage: " + program +
            " [--headless --settings FILE [--password-file FILE]]\n"
+           "       [--leaderboard-address ADDRESS] [--leaderboard-port PORT]\n"
            "A word game bot for AIM chat rooms.\n"
            "\n"
            "Without options it opens its window. With --headless it runs without any\n"
@@ -55,6 +82,10 @@ std::string UsageText(const std::string& program) {
            "                        otherwise it comes from the environment variable " +
            std::string(kPasswordVariable) +
            "\n"
+           "  --leaderboard-address ADDRESS\n"
+           "                        serve the leaderboard page on ADDRESS (127.0.0.1)\n"
+           "  --leaderboard-port PORT\n"
+           "                        serve the leaderboard page on PORT (8190)\n"
            "  -h, --help            show this text and exit\n"
            "  -V, --version         show the version and exit\n"
            "\n"

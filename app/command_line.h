@@ -11,6 +11,9 @@ struct CommandLine {
     bool headless = false;
     std::string settingsFile;
     std::string passwordFile;
+    // Where the leaderboard page listens.
+    std::string leaderboardAddress = "127.0.0.1";
+    int leaderboardPort = 8190;
     std::string error;  // set when the line cannot be followed
 };
 

@@ -14,8 +14,9 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "app/qt_socket_layer.h"
+#include "app/game_records.h"
 #include "app/qt_bot_timers.h"
+#include "app/qt_socket_layer.h"
 #include "game/product.h"
 #include "panel/cp1252.h"
 #include "session/bot.h"
@@ -113,8 +114,9 @@ int RunHeadless(int argc, char** argv, const CommandLine& line) {
     QtSocketLayer sockets;
     QtBotTimers timers;
     LogDialogs dialogs;
+    const std::string folder = settingsInfo.absolutePath().toLocal8Bit().toStdString();
     session::Bot bot(timers.Platform(
-        sockets, dialogs, settingsInfo.absolutePath().toLocal8Bit().toStdString(),
+        sockets, dialogs, folder,
         [](const std::string& url) { Log("Not opening " + url + " without a window."); },
         [] { Log("The topic picker needs the window; the topics stay as they are."); }));
     timers.Attach(bot, true);
@@ -128,6 +130,10 @@ int RunHeadless(int argc, char** argv, const CommandLine& line) {
             text.pop_back();
         if (!text.empty()) Log(text);
     });
+
+    // Every game remembered beside the settings file, and the leaderboard page.
+    GameRecords records(bot, folder, QString::fromStdString(line.leaderboardAddress),
+                        static_cast<quint16>(line.leaderboardPort));
 
     Log(std::string(game::kProductTitle) + " without a window, settings from '" +
         line.settingsFile + "'.");

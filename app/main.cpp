@@ -10,11 +10,13 @@
 #include <cstdio>
 
 #include "app/command_line.h"
+#include "app/game_records.h"
 #include "app/headless.h"
 #include "app/qt_bot_timers.h"
 #include "app/qt_dialogs.h"
 #include "app/qt_socket_layer.h"
 #include "panel/frm_main.h"
+#include "panel/history_panel.h"
 #include "session/bot.h"
 
 namespace {
@@ -56,15 +58,24 @@ int main(int argc, char** argv) {
     QtBotTimers timers;
     QtDialogs dialogs;
     FrmMain* window = nullptr;
+    const std::string folder = ProgramFolder();
     session::Bot bot(timers.Platform(
-        sockets, dialogs, ProgramFolder(),
-        [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
+        sockets, dialogs, folder,
+        [](const std::string& url) {
+            QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+        },
         [&window] {
             if (window) window->ShowTopicPicker();
         }));
     timers.Attach(bot, true);
 
+    // Every game is remembered in a file beside the settings file, and shown
+    // on the leaderboard page.
+    GameRecords records(bot, folder, QString::fromStdString(line.leaderboardAddress),
+                        static_cast<quint16>(line.leaderboardPort));
+
     FrmMain frmMain(bot);
+    AttachHistory(frmMain, records.History(), dialogs, bot.errors);
     window = &frmMain;
     dialogs.SetParent(&frmMain);
     frmMain.show();

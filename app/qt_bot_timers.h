@@ -21,10 +21,17 @@ struct QtBotTimers {
                                std::string programFolder,
                                std::function<void(const std::string&)> openUrl = {},
                                std::function<void()> openTopicPicker = {}) {
-        return {sockets,          tmrMsgPause,       tmrIdle,
-                tmrTopics,        tmrCcoms,          tmrCcom2,
-                tmrDeadline,      dialogs,           std::move(openUrl),
-                std::move(openTopicPicker), std::move(programFolder)};
+        return {sockets,
+                tmrMsgPause,
+                tmrIdle,
+                tmrTopics,
+                tmrCcoms,
+                tmrCcom2,
+                tmrDeadline,
+                dialogs,
+                std::move(openUrl),
+                std::move(openTopicPicker),
+                std::move(programFolder)};
     }
 
     // Lines then wait for the server's rate limits and idle connections get

@@ -61,7 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FakeDialogs dialogs;
     FakeSocketLayer sockets;
     FakeTimer msgPause, idle, topics, ccoms, ccom2, deadline;
-    session::Bot bot({sockets, msgPause, idle, topics, ccoms, ccom2, deadline, dialogs, {}, {}, Folder()});
+    session::Bot bot(
+        {sockets, msgPause, idle, topics, ccoms, ccom2, deadline, dialogs, {}, {}, Folder()});
     EnterFakeRoom(sockets, bot.client);
 
     // The first round may settle a value (a user name that is all markup

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "history/chat_lines.h"
 #include "text/text.h"
 
 namespace game {
@@ -76,6 +77,19 @@ void ChatCommands::ChatMessage(int intChatIndex, const std::string& strScreennam
     } else if (text.starts_with("/score")) {
         if (tmrCcom2_.IsEnabled()) return;
         game_.ShowTopScores();
+        tmrCcom2_.Enable();
+    } else if (history_ && (text == "/top" || text.starts_with("/top ") || text == "/stats" ||
+                            text.starts_with("/stats "))) {
+        // Paced with "/score": one reply per pause, whoever asks.
+        if (tmrCcom2_.IsEnabled()) return;
+        const history::Millis now = history_->Now();
+        if (text.starts_with("/top")) {
+            game_.SendToRoom(intChatIndex, history::TopLine(*history_, now));
+        } else {
+            const std::string name = text::TrimSpaces(text.substr(6));
+            game_.SendToRoom(intChatIndex,
+                             history::StatsLine(*history_, name.empty() ? sender : name, now));
+        }
         tmrCcom2_.Enable();
     }
 

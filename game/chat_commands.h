@@ -10,6 +10,7 @@
 #include "game/game.h"
 #include "game/name_list.h"
 #include "game/timer.h"
+#include "history/history.h"
 
 namespace game {
 
@@ -26,6 +27,9 @@ class ChatCommands {
     NameList& Ops() { return ops_; }
     NameList& Disallows() { return disallows_; }
     bool chkHint = false;  // "Disable Hint Ccom"
+    // The record "/top" and "/stats NAME" answer from; without one they are
+    // ordinary lines.
+    void SetHistory(const history::History* record) { history_ = record; }
 
     static constexpr const char* kHelpText =
         "<B><U>COMMANDS</U></B>: /Op, /Deop, /Start, /Stop, /New Game, /New Topic, /Score, "
@@ -44,6 +48,7 @@ class ChatCommands {
     Timer& tmrCcom2_;
     NameList ops_;
     NameList disallows_;
+    const history::History* history_ = nullptr;
 };
 
 // "&gt;", "&lt;", "&amp;" and "&quot;" decoded in that order, each over the

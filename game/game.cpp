@@ -1,5 +1,6 @@
 #include "game/game.h"
 
+#include "history/history.h"
 #include "text/text.h"
 
 namespace game {
@@ -83,7 +84,11 @@ void Game::WordSend(std::string_view StrWord) {
     }
     Puzzle puzzle = MakePuzzle(StrWord, chkLCase, modes_.GetGameMode(), env_.random);
     pendingAnswer_ = std::move(puzzle.answer);
+    puzzleLine_ = puzzle.line;
     SendToFirstRoom(puzzle.line);
+    if (history_)
+        history_->PuzzlePosted(text::TrimSpaces(*pendingAnswer_), lists_.CurrentTopic(),
+                               modes_.GetGameMode(), ScoreLimit);
     if (GameOn) {
         IdleCount = 0;
         env_.tmrIdle.Disable();
@@ -180,6 +185,7 @@ void Game::NewGame() {
     env_.tmrIdle.Disable();
     pendingAnswer_.reset();
     if (!scores_.Empty()) SendToFirstRoom(Announcement());
+    if (history_) history_->GameEnded({});
     scores_.Clear();
     if (chkNewTopic) {
         NewTopic(true);
@@ -280,6 +286,7 @@ void Game::CheckAnswer(int chatIndex, const std::string& sender, const std::stri
         ResetTimers();
         env_.tmrMsgPause.Enable();
     }
+    if (history_) history_->AnswerCredited(sender);
     const std::string player = text::EscapeMarkup(text::NormalizeName(sender));
     if (scores_.Has(player)) {
         UpdateScore(player, 1);
@@ -303,7 +310,9 @@ void Game::AnnounceWinnerAndStartNewGame() {
 }
 
 std::string Game::Announcement() {
-    return WinnerMessage(scores_.FindWinners());
+    const std::string winners = scores_.FindWinners();
+    if (history_) history_->GameEnded(history::WinnerKeys(winners, kTieSeparator));
+    return WinnerMessage(winners);
 }
 
 void Game::ShowTopScores() {

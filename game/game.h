@@ -18,6 +18,7 @@
 #include "game/style.h"
 #include "game/timer.h"
 #include "game/word_lists.h"
+#include "history/history_store.h"
 
 namespace game {
 
@@ -42,6 +43,8 @@ class Game {
     ScoreTable& Scores() { return scores_; }
     LineStyle& Style() { return style_; }
     GameModes& Modes() { return modes_; }
+    // Where puzzles, credits and game ends are recorded; none by default.
+    void SetHistory(history::HistoryStore* store) { history_ = store; }
 
     bool GameOn = false;
     bool SignedOn = false;
@@ -57,6 +60,8 @@ class Game {
     // The answer of the puzzle in play, untrimmed; nullopt when none.
     const std::optional<std::string>& PendingAnswer() const { return pendingAnswer_; }
     void DropPendingAnswer() { pendingAnswer_.reset(); }
+    // The last puzzle as the room saw it, without the style prefix.
+    const std::string& PuzzleLine() const { return puzzleLine_; }
     // Stops the message-pause and idle timers.
     void StopRoundTimers();
     // Stops auto-send and any open topic choice, keeping the word list and
@@ -128,6 +133,8 @@ class Game {
         bool topics = false;
     };
     std::optional<Frozen> suspended_;
+    history::HistoryStore* history_ = nullptr;
+    std::string puzzleLine_;
 };
 
 }  // namespace game

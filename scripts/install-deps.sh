@@ -6,9 +6,10 @@ set -euo pipefail
 
 packages=(
     cmake ninja-build g++ pkg-config dpkg-dev
-    qt6-base-dev qt6-base-private-dev libgl-dev
+    qt6-base-dev qt6-base-private-dev libgl-dev libqt6sql6-sqlite
     libgtest-dev libgmock-dev libbenchmark-dev
     clang libclang-rt-14-dev
+    chromium
 )
 
 missing=()

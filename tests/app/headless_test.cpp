@@ -4,6 +4,7 @@
 #include <sys/prctl.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -32,6 +33,8 @@ TEST(Headless, CommandLineAnswersAsProgramsDo) {
         {{"--help"}, 0, "Usage: vexmor-scrambler", true},
         {{"--headless"}, 2, "--headless needs --settings FILE", false},
         {{"--headless", "--settings", "x", "--bogus"}, 2, "unknown option --bogus", false},
+        {{"--leaderboard-port", "65536"}, 2, "--leaderboard-port needs a number from 1 to", false},
+        {{"--headless", "--leaderboard-address"}, 2, "--leaderboard-address needs a value", false},
         {{"--headless", "--settings", "/nonexistent/settings"}, 1, "No password", false},
     };
     for (const auto& c : cases) {
@@ -92,6 +95,8 @@ TEST(Headless, PlaysAGameToAWinnerWithoutADisplayAndSignsOffOnSigterm) {
     EXPECT_EQ(bot.exitCode(), 0);
     const QByteArray log = bot.readAllStandardError();
     EXPECT_TRUE(log.contains("SIGTERM: signing off.")) << log.toStdString();
+    // The game is remembered beside the settings file.
+    EXPECT_TRUE(QFileInfo::exists(folder.filePath("history.sqlite")));
     // Each log line starts with its time.
     EXPECT_TRUE(QRegularExpression("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d")
                     .match(QString::fromUtf8(log))

@@ -20,8 +20,8 @@
 #include <deque>
 #include <iostream>
 
-#include "app/qt_socket_layer.h"
 #include "app/qt_bot_timers.h"
+#include "app/qt_socket_layer.h"
 #include "game/style.h"
 #include "oscar/encoding.h"
 #include "session/bot.h"

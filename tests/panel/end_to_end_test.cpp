@@ -6,8 +6,8 @@
 #include <QTest>
 #include <fstream>
 
-#include "app/qt_socket_layer.h"
 #include "app/qt_bot_timers.h"
+#include "app/qt_socket_layer.h"
 #include "localserver/oscar_test_server.h"
 #include "localserver/scripted_game.h"
 #include "panel/frm_main.h"

@@ -20,8 +20,8 @@
 #include <iostream>
 
 #include "app/child_process.h"
-#include "app/qt_socket_layer.h"
 #include "app/qt_bot_timers.h"
+#include "app/qt_socket_layer.h"
 #include "oscar/encoding.h"
 #include "panel/frm_main.h"
 #include "session/bot.h"

@@ -1,0 +1,112 @@
+// The Standings tab and panel, and the Other panel's history controls, driven
+// through the window's controls over a real history file.
+#include <QDir>
+#include <QFile>
+#include <QHeaderView>
+
+#include "panel/history_panel.h"
+#include "support/window_fixture.h"
+
+namespace {
+
+class HistoryWindow : public testing_support::WindowTest {
+  protected:
+    HistoryWindow() {
+        setenv("TZ", "UTC", 1);
+        tzset();
+        EXPECT_TRUE(service.Open(path)) << service.Error().toStdString();
+        panel = AttachHistory(window, service, dialogs, bot.errors);
+    }
+
+    void Play(const std::string& word, const std::string& who, history::Millis took) {
+        service.PuzzlePosted(word, "Animals", 0, 15);
+        now += took;
+        if (!who.empty()) service.AnswerCredited(who);
+        now += 1000;
+    }
+
+    QStringList Column(int column) const {
+        QStringList cells;
+        for (int row = 0; row < panel->model->rowCount(); ++row)
+            cells << panel->model->index(row, column).data().toString();
+        return cells;
+    }
+
+    history::Millis now = 1704801600000;  // Tuesday 9 January 2024, noon UTC
+    HistoryService service{[this] { return now; }};
+    QString path = QDir(folder.path()).filePath("history.sqlite");
+    StandingsPanel* panel = nullptr;
+};
+
+TEST_F(HistoryWindow, TheStandingsTabComesAfterTheElevenAndShowsASortableTable) {
+    auto* tab = window.findChild<QPushButton*>("chkTab11");
+    ASSERT_TRUE(tab);
+    EXPECT_EQ(tab->text(), "Standings");
+    QTest::mouseClick(tab, Qt::LeftButton);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_FALSE(window.connection->isVisible());
+    QTest::mouseClick(window.chkTab[2], Qt::LeftButton);
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_FALSE(tab->isChecked());
+    EXPECT_TRUE(window.mainGame->isVisible());
+    // From the keyboard: Ctrl+= shows it, Ctrl+1 takes it away again.
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_TRUE(tab->isChecked());
+    QTest::keyClick(&window, Qt::Key_1, Qt::ControlModifier);
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_TRUE(window.connection->isVisible());
+
+    Play("yak", "Bob", 900);
+    Play("emu", "Ann Agram", 3000);
+    Play("owl", "", 0);
+    Play("ibis", "ann agram", 2000);
+    panel->Refresh();
+    EXPECT_EQ(Column(1), (QStringList{"Ann Agram", "Bob"}));
+    EXPECT_EQ(Column(2), (QStringList{"2", "1"}));
+    EXPECT_EQ(Column(4), (QStringList{"2", "0.9"}));
+    // A click on "Fastest (s)" sorts by it; a new period keeps that order.
+    panel->grdStandings->horizontalHeader()->setSortIndicator(4, Qt::AscendingOrder);
+    EXPECT_EQ(Column(1), (QStringList{"Bob", "Ann Agram"}));
+    panel->cmbPeriod->setCurrentIndex(3);
+    EXPECT_EQ(Column(1), (QStringList{"Bob", "Ann Agram"}));
+    panel->cmbPeriod->setCurrentIndex(0);
+    now += 2 * 86400000LL;  // two days later: nothing today
+    panel->Refresh();
+    EXPECT_EQ(panel->model->rowCount(), 0);
+}
+
+TEST_F(HistoryWindow, TheOtherPanelNamesTheFileStartsAFreshOneAndExportsCsv) {
+    auto* label = window.other->findChild<QLabel*>("lblHistoryFile");
+    ASSERT_TRUE(label);
+    EXPECT_TRUE(label->text().contains(path));
+    Play("yak", "Bob", 1500);
+    Play("emu, big bird", "", 0);
+
+    const QString csv = QDir(folder.path()).filePath("out.csv");
+    dialogs.fileAnswers.push_back(csv.toStdString());
+    QTest::mouseClick(window.other->findChild<QPushButton*>("cmdExportHistory"), Qt::LeftButton);
+    QFile file(csv);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(),
+              "game,game_started,game_ended,score_limit,posted,topic,mode,word,player,seconds\r\n"
+              "1,1704801600000,,15,1704801600000,Animals,0,yak,Bob,1.5\r\n"
+              "1,1704801600000,,15,1704801602500,Animals,0,\"emu, big bird\",,\r\n");
+
+    dialogs.yesNoAnswers.push_back(false);
+    QTest::mouseClick(window.other->findChild<QPushButton*>("cmdFreshHistory"), Qt::LeftButton);
+    EXPECT_EQ(service.Record().Puzzles().size(), 2u);
+    dialogs.yesNoAnswers.push_back(true);
+    QTest::mouseClick(window.other->findChild<QPushButton*>("cmdFreshHistory"), Qt::LeftButton);
+    EXPECT_TRUE(service.Record().Puzzles().empty());
+    const QStringList kept = QDir(folder.path()).entryList({"history-*.sqlite"}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1) << kept.join(",").toStdString();
+    // The old file still holds the old games.
+    HistoryService old;
+    ASSERT_TRUE(old.Open(QDir(folder.path()).filePath(kept[0])));
+    EXPECT_EQ(old.Record().Puzzles().size(), 2u);
+}
+
+}  // namespace

@@ -1,0 +1,188 @@
+// The leaderboard page in a real browser: headless Chromium, driven over its
+// DevTools pipe, opens the page the program serves, shows the standings with
+// a hostile name as plain text, and shows a puzzle and a credit within a
+// second of their happening, without a reload.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QThread>
+#include <cstdio>
+
+#include "app/leaderboard_server.h"
+
+namespace {
+
+constexpr const char* kChromium = "/usr/bin/chromium";
+
+// Chromium with its DevTools protocol on two pipes: commands go in on its
+// fd 3, replies and events come out on its fd 4, each message ending in NUL.
+class Browser {
+  public:
+    explicit Browser(const QString& profile) {
+        int toChrome[2], fromChrome[2];
+        if (pipe(toChrome) != 0 || pipe(fromChrome) != 0) return;
+        pid_ = fork();
+        if (pid_ == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            dup2(toChrome[0], 3);
+            dup2(fromChrome[1], 4);
+            const int quiet = open("/dev/null", O_WRONLY);
+            dup2(quiet, 2);  // its log lines say nothing about the page
+            const QByteArray dir = "--user-data-dir=" + profile.toLocal8Bit();
+            execl(kChromium, kChromium, "--headless", "--no-sandbox", "--disable-gpu",
+                  "--disable-quic", "--no-first-run", "--disable-background-networking",
+                  "--disable-component-update", "--disable-sync", "--disable-dev-shm-usage",
+                  "--remote-debugging-pipe", dir.constData(), "about:blank",
+                  static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        close(toChrome[0]);
+        close(fromChrome[1]);
+        out_ = toChrome[1];
+        in_ = fromChrome[0];
+        fcntl(in_, F_SETFL, O_NONBLOCK);
+    }
+    ~Browser() {
+        if (out_ >= 0) close(out_);
+        if (in_ >= 0) close(in_);
+        if (pid_ > 0) {
+            kill(pid_, SIGTERM);
+            for (int i = 0; i < 50 && waitpid(pid_, nullptr, WNOHANG) == 0; ++i)
+                QThread::msleep(100);
+            if (waitpid(pid_, nullptr, WNOHANG) == 0) {
+                kill(pid_, SIGKILL);
+                waitpid(pid_, nullptr, 0);
+            }
+        }
+    }
+
+    // Sends a command and waits for its reply, running the event loop (the
+    // page's server is in this process); an empty object on timeout.
+    QJsonObject Call(const QString& method, const QJsonObject& params = {},
+                     const QString& session = {}, int timeoutMs = 20000) {
+        QJsonObject command{{"id", ++id_}, {"method", method}, {"params", params}};
+        if (!session.isEmpty()) command["sessionId"] = session;
+        const QByteArray bytes = QJsonDocument(command).toJson(QJsonDocument::Compact) + '\0';
+        if (write(out_, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
+            return {};
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < timeoutMs) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+            char chunk[65536];
+            const ssize_t n = read(in_, chunk, sizeof chunk);
+            if (n > 0) buffer_.append(chunk, n);
+            for (qsizetype end; (end = buffer_.indexOf('\0')) >= 0;) {
+                const QJsonObject message = QJsonDocument::fromJson(buffer_.left(end)).object();
+                buffer_.remove(0, end + 1);
+                if (message.value("id").toInt() == id_) return message.value("result").toObject();
+            }
+            if (n <= 0) QThread::usleep(500);
+        }
+        return {};
+    }
+
+    QString Evaluate(const QString& session, const QString& expression) {
+        return Call("Runtime.evaluate", {{"expression", expression}, {"returnByValue", true}},
+                    session)
+            .value("result")
+            .toObject()
+            .value("value")
+            .toVariant()
+            .toString();
+    }
+
+    // Evaluates until `expression` gives true; the milliseconds it took, or -1.
+    qint64 WaitFor(const QString& session, const QString& expression, int timeoutMs) {
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < timeoutMs) {
+            if (Evaluate(session, expression) == "true") return clock.elapsed();
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+        return -1;
+    }
+
+  private:
+    pid_t pid_ = -1;
+    int out_ = -1, in_ = -1;
+    int id_ = 0;
+    QByteArray buffer_;
+};
+
+TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
+    if (!QFile::exists(kChromium)) GTEST_SKIP() << "Chromium is not installed";
+    QTemporaryDir dir;
+    HistoryService service;
+    ASSERT_TRUE(service.Open(dir.filePath("history.sqlite")));
+    service.PuzzlePosted("giraffe", "Animals", 0, 15);
+    service.AnswerCredited("<script>alert(1)</script>");
+    leaderboard::LiveGame live;
+    LeaderboardServer server(service, [&live] { return live; });
+    QString error;
+    ASSERT_TRUE(server.Listen(QHostAddress::LocalHost, 0, error)) << error.toStdString();
+
+    Browser browser(dir.filePath("profile"));
+    const QString target =
+        browser
+            .Call("Target.createTarget",
+                  {{"url", QStringLiteral("http://127.0.0.1:%1/").arg(server.Port())}}, {}, 60000)
+            .value("targetId")
+            .toString();
+    ASSERT_FALSE(target.isEmpty()) << "Chromium did not open the page";
+    const QString session =
+        browser.Call("Target.attachToTarget", {{"targetId", target}, {"flatten", true}})
+            .value("sessionId")
+            .toString();
+    ASSERT_FALSE(session.isEmpty());
+
+    // The standings, with the hostile name shown as its own text.
+    ASSERT_GE(browser.WaitFor(session,
+                              "document.readyState === 'complete' && "
+                              "document.getElementById('standings').innerText.includes("
+                              "'<script>alert(1)</script>')",
+                              30000),
+              0)
+        << browser.Evaluate(session, "document.body ? document.body.innerHTML : ''").toStdString();
+    EXPECT_EQ(browser.Evaluate(session, "String(document.scripts.length)"), "1");
+    QElapsedTimer wait;
+    wait.start();
+    while (server.OpenStreams() == 0 && wait.elapsed() < 20000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    ASSERT_EQ(server.OpenStreams(), 1);
+
+    // A puzzle goes to the room, then a player is credited.
+    live.puzzle = "Unscramble: ebraz";
+    live.secondsLeft = 30;
+    service.PuzzlePosted("zebra", "Animals", 0, 15);
+    const qint64 puzzleShown = browser.WaitFor(
+        session, "document.getElementById('puzzle').textContent === 'Unscramble: ebraz'", 5000);
+    EXPECT_GE(puzzleShown, 0);
+    EXPECT_LT(puzzleShown, 1000);
+
+    live.puzzle.clear();
+    live.scores = {{"bob", 1}};
+    service.AnswerCredited("Bob");
+    const qint64 creditShown =
+        browser.WaitFor(session,
+                        "document.getElementById('scores').innerText.includes('bob: 1') && "
+                        "document.getElementById('standings').innerText.includes('Bob')",
+                        5000);
+    EXPECT_GE(creditShown, 0);
+    EXPECT_LT(creditShown, 1000);
+    std::printf("puzzle shown after %lld ms, credit after %lld ms\n",
+                static_cast<long long>(puzzleShown), static_cast<long long>(creditShown));
+    EXPECT_EQ(browser.Evaluate(session, "String(document.scripts.length)"), "1");
+}
+
+}  // namespace

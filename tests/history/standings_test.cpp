@@ -1,0 +1,172 @@
+// The standings of a scripted history, against results worked out by hand:
+// ties, streaks broken by another player or by a skipped puzzle, the week
+// boundary, and one player typing a name with different capitals and spaces.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+
+#include "history/history.h"
+
+namespace history {
+namespace {
+
+constexpr Millis kSecond = 1000;
+// Monday 8 January 2024, 00:00 UTC.
+constexpr Millis kMonday = 1704672000LL * kSecond;
+constexpr Millis kDay = 86400 * kSecond;
+
+struct Row {
+    std::string name;
+    std::int64_t points;
+    int gamesWon;
+    Millis fastest;
+    int streak;
+    bool operator==(const Row&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Row& r) {
+    return out << r.name << " " << r.points << "p " << r.gamesWon << "w " << r.fastest << "ms "
+               << r.streak << "s";
+}
+
+class Standings : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        setenv("TZ", "UTC", 1);
+        tzset();
+    }
+
+    Standings() {
+        // Game 1, "animals": the first puzzle on the Sunday before.
+        Puzzle(kMonday - 3 * kSecond, "giraffe", "animals");
+        Credit(kMonday - 1 * kSecond, "Ann Agram");
+        Puzzle(kMonday, "zebra", "animals");  // the first moment of the week
+        Credit(kMonday + 5 * kSecond, "ann agram");
+        Puzzle(kMonday + 60 * kSecond, "otter", "animals");
+        Credit(kMonday + 63 * kSecond, "ANNAGRAM");
+        Puzzle(kMonday + 120 * kSecond, "lynx", "animals");
+        Credit(kMonday + 121 * kSecond, "Bob");  // breaks Ann's streak
+        Puzzle(kMonday + 180 * kSecond, "yak", "animals");
+        Credit(kMonday + 184 * kSecond, "Ann Agram");
+        Puzzle(kMonday + 240 * kSecond, "emu", "animals");  // skipped: nobody scores
+        Puzzle(kMonday + 300 * kSecond, "ibis", "animals");
+        Credit(kMonday + 306 * kSecond, "Ann Agram");
+        Puzzle(kMonday + 360 * kSecond, "newt", "animals");
+        Credit(kMonday + 367 * kSecond, "Ann Agram");
+        End(kMonday + 400 * kSecond, {"annagram"});
+        // Game 2, "colours", on Tuesday: a tie.
+        Puzzle(kMonday + kDay, "red", "colours");
+        Credit(kMonday + kDay + 2 * kSecond, "Bob");
+        Puzzle(kMonday + kDay + 60 * kSecond, "blue", "colours");
+        Credit(kMonday + kDay + 63 * kSecond, "Ann Agram");
+        End(kMonday + kDay + 100 * kSecond, {"annagram", "bob"});
+    }
+
+    void Puzzle(Millis at, const std::string& word, const std::string& topic) {
+        now = at;
+        record.PuzzlePosted(word, topic, 0, 15);
+    }
+    void Credit(Millis at, const std::string& who) {
+        now = at;
+        record.AnswerCredited(who);
+    }
+    void End(Millis at, const std::vector<std::string>& winners) {
+        now = at;
+        record.GameEnded(winners);
+    }
+
+    std::vector<Row> Rows(Period period, Millis at, std::optional<std::string> topic = {}) {
+        std::optional<int> topicIndex;
+        if (topic) topicIndex = record.FindTopic(*topic);
+        std::vector<Row> rows;
+        for (const Standing& s : record.Standings(PeriodRange(period, at), topicIndex))
+            rows.push_back({s.name, s.points, s.gamesWon, s.fastest, s.longestStreak});
+        return rows;
+    }
+
+    Millis now = 0;
+    History record{[this] { return now; }};
+};
+
+TEST_F(Standings, EachPeriodAndTopicMatchesTheHandWorkedTable) {
+    const Millis tuesday = kMonday + kDay + 3600 * kSecond;
+    const Row annAll{"Ann Agram", 7, 2, 2000, 3}, bobAll{"Bob", 2, 1, 1000, 1};
+    struct Case {
+        const char* what;
+        Period period;
+        Millis at;
+        std::optional<std::string> topic;
+        std::vector<Row> expected;
+    } cases[] = {
+        {"all time: the Sunday puzzle starts Ann's run of three",
+         Period::AllTime,
+         tuesday,
+         {},
+         {annAll, bobAll}},
+        {"this month holds the whole script", Period::ThisMonth, tuesday, {}, {annAll, bobAll}},
+        {"this week starts at Monday 00:00: the Sunday answer and its streak are out",
+         Period::ThisWeek,
+         tuesday,
+         {},
+         {{"Ann Agram", 6, 2, 3000, 2}, {"Bob", 2, 1, 1000, 1}}},
+        {"last week: only the Sunday answer; the game ended on Monday",
+         Period::ThisWeek,
+         kMonday - kSecond,
+         {},
+         {{"Ann Agram", 1, 0, 2000, 1}}},
+        {"today (Tuesday): tied on points and wins, the faster answer ranks first",
+         Period::Today,
+         tuesday,
+         {},
+         {{"Bob", 1, 1, 2000, 1}, {"Ann Agram", 1, 1, 3000, 1}}},
+        {"one topic: its puzzles and its games only",
+         Period::AllTime,
+         tuesday,
+         "colours",
+         {{"Bob", 1, 1, 2000, 1}, {"Ann Agram", 1, 1, 3000, 1}}},
+        {"a day with no play", Period::Today, kMonday + 3 * kDay, {}, {}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(Rows(c.period, c.at, c.topic), c.expected) << c.what;
+}
+
+TEST_F(Standings, OnePlayerHoweverSpelledAndOnlyTheOpenPuzzleCanBeCredited) {
+    ASSERT_EQ(record.Players().size(), 2u);
+    EXPECT_EQ(record.FindPlayer("  ann AGRAM "), record.FindPlayer("Ann Agram"));
+    // No game is open after the last end: a stray credit records nothing.
+    Credit(kMonday + 2 * kDay, "Bob");
+    Puzzle(kMonday + 2 * kDay, "lime", "colours");
+    Credit(kMonday + 2 * kDay + kSecond, "Bob");
+    Credit(kMonday + 2 * kDay + 2 * kSecond, "Ann Agram");  // second answer: too late
+    const auto& last = record.Puzzles().back();
+    EXPECT_EQ(last.winner, *record.FindPlayer("bob"));
+    EXPECT_EQ(record.RecordOf(*record.FindPlayer("bob"), PeriodRange(Period::AllTime, now)).points,
+              3);
+    EXPECT_EQ(record.Games().size(), 3u);
+}
+
+TEST(PeriodRange, WeeksStartOnMondayAndMonthsOnTheFirst) {
+    setenv("TZ", "UTC", 1);
+    tzset();
+    // Sunday 14 January 2024, 23:59:59 UTC.
+    const Millis sunday = kMonday + 7 * kDay - kSecond;
+    EXPECT_EQ(PeriodRange(Period::ThisWeek, sunday).from, kMonday);
+    EXPECT_EQ(PeriodRange(Period::ThisWeek, sunday).to, kMonday + 7 * kDay);
+    EXPECT_EQ(PeriodRange(Period::Today, sunday).from, kMonday + 6 * kDay);
+    // 1 January 2024 and 1 February 2024.
+    EXPECT_EQ(PeriodRange(Period::ThisMonth, sunday).from, 1704067200LL * kSecond);
+    EXPECT_EQ(PeriodRange(Period::ThisMonth, sunday).to, 1706745600LL * kSecond);
+}
+
+TEST(WinnerKeys, ReadsTheWinnerOrTheTiedLeadersOfTheScoreTable) {
+    EXPECT_EQ(WinnerKeys("annagram:15", '\xFF'), std::vector<std::string>{"annagram"});
+    EXPECT_EQ(WinnerKeys("a:b:3\xFF"
+                         "c:3",
+                         '\xFF'),
+              (std::vector<std::string>{"a:b", "c"}));
+    EXPECT_TRUE(WinnerKeys("[Error]", '\xFF').empty());
+}
+
+}  // namespace
+}  // namespace history
