@@ -1,6 +1,7 @@
 #include "leaderboard/leaderboard.h"
 
 #include "history/chat_lines.h"
+#include "text/text.h"
 
 namespace leaderboard {
 
@@ -80,26 +81,14 @@ std::string JsonString(std::string_view cp1252) {
 }
 
 std::string HtmlEscape(std::string_view cp1252) {
+    // As the bot escapes its own lines, and the apostrophe too, so that a
+    // name is safe inside an attribute quoted either way.
     std::string out;
-    for (char ch : Utf8FromCp1252(cp1252)) {
-        switch (ch) {
-            case '&':
-                out += "&amp;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            case '"':
-                out += "&quot;";
-                break;
-            case '\'':
-                out += "&#39;";
-                break;
-            default:
-                out += ch;
+    for (const char ch : text::EscapeMarkup(Utf8FromCp1252(cp1252))) {
+        if (ch == '\'') {
+            out += "&#39;";
+        } else {
+            out += ch;
         }
     }
     return out;
