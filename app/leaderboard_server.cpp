@@ -11,6 +11,7 @@ namespace {
 // needs more.
 constexpr qsizetype kMaxHead = 8192;
 constexpr std::size_t kMaxStreams = 64;
+constexpr int kRequestMs = 10000;
 
 QByteArray Bytes(const std::string& text) {
     return QByteArray(text.data(), static_cast<qsizetype>(text.size()));
@@ -49,6 +50,11 @@ void LeaderboardServer::Accept() {
     while (QTcpSocket* socket = server_.nextPendingConnection()) {
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { Read(socket); });
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        // A peer that never finishes its request does not hold a connection
+        // for ever.
+        QTimer::singleShot(kRequestMs, socket, [socket] {
+            if (!socket->property("answered").toBool()) socket->abort();
+        });
     }
 }
 
