@@ -18,6 +18,11 @@ class ReconnectTest : public testing_support::WindowTest {
         server.AddScriptedPlayer("Word Games", "Ann Agram");
         bot.UseReconnector(tmrReconnect, [this] { return now; });
     }
+    // The reconnector goes before its timer, a member of this class.
+    ~ReconnectTest() override {
+        bot.session.UseReconnector(nullptr);
+        bot.reconnector.reset();
+    }
 
     bool Status(const std::string& text) {
         return WaitFor([&] {
