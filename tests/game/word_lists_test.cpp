@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 
 #include "support/fake_dialogs.h"
@@ -26,15 +25,6 @@ class WordListsTest : public ::testing::Test {
     int pickerOpened = 0;
     WordLists lists{dialogs, errors, [this] { ++pickerOpened; }};
 };
-
-TEST(TopicEntry, SplitsAtTheFirstCommaOnly) {
-    const EntryParts parts = SplitEntry("new york,big apple, usa");
-    EXPECT_EQ(parts.answer, "new york");
-    EXPECT_EQ(parts.hint, "big apple, usa");
-    EXPECT_FALSE(SplitEntry("paris").hint);
-    EXPECT_EQ(SplitEntry("paris,").hint, "");
-    EXPECT_EQ(SplitEntry(",hint only").answer, "");
-}
 
 TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
     Load("Animals", {"cat"});
@@ -104,23 +94,6 @@ TEST_F(WordListsTest, AddAndSendToListNeedALoadedTopic) {
     lists.cmdSendToList_Click();
     EXPECT_EQ(lists.lstWords().Rows(), (Lines{"red", "blue"}));
     EXPECT_EQ(lists.CurrentTopic(), "Colours");
-}
-
-TEST_F(WordListsTest, ShuffleKeepsTheEntriesAndSelectsNone) {
-    Lines words;
-    for (int i = 0; i < 50; ++i)
-        words.push_back("w" + std::to_string(i));
-    Load("Many", words);
-    lists.AddTopicList("many");
-    lists.SetPosition(10);
-    RandomSource random(3);
-    lists.cmdRandomize_Click(random);
-    EXPECT_EQ(lists.Position(), -1);
-    Lines shuffled = lists.lstWords().Rows();
-    EXPECT_NE(shuffled, words);
-    std::sort(shuffled.begin(), shuffled.end());
-    std::sort(words.begin(), words.end());
-    EXPECT_EQ(shuffled, words);
 }
 
 TEST(Shuffle, EveryOrderOfFourIsAboutEquallyLikely) {
