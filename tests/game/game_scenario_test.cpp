@@ -330,6 +330,7 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
 }
 
 TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
+    Load("Letters", {"q,a letter"});
     commands.Ops().Add("boss");
     Say("Boss", "/help");
     EXPECT_EQ(Sent(), L({ChatCommands::kHelpText}));
@@ -340,59 +341,52 @@ TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     EXPECT_EQ(Command("boss", "/Op Some Body"), L({"somebody has been oped."}));
     EXPECT_EQ(commands.Ops().Rows().Rows(), (Lines{"boss", "somebody"}));
 
+    // Each line after the pause of the one before; `paused`: it starts one.
     const struct {
         const char* who;
         const char* line;
         Lines sent;
-    } cases[] = {
-        {"somebody", "/options", L({"tions has been oped."})},
-        {"boss", "/op tions", L({"tions is already oped."})},
-        {"boss", "/deop tions", L({"tions has been deoped."})},
-        {"boss", "/deop tions", L({"tions is not oped."})},
-        {"boss", "/disallow Troll", L({"troll has been disallowed."})},
-        {"boss", "/disallow troll", L({"troll is already disallowed."})},
-        {"boss", "/allow troll", L({"troll has been allowed to participate."})},
-        {"boss", "/allow troll", L({"troll is not disallowed."})},
-        {"boss", "/start", L({"There are no topics loaded! Please load a topic."})},
-        {"boss", "/stop now", L({"Auto-send turned off!"})},
-        {"ann", "/help", {}},  // ann is no op
-        {"boss", "/dance", {}},
+        bool paused;
+    } script[] = {
+        {"somebody", "/options", L({"tions has been oped."}), true},
+        {"boss", "/op tions", L({"tions is already oped."}), true},
+        {"boss", "/deop tions", L({"tions has been deoped."}), true},
+        {"boss", "/deop tions", L({"tions is not oped."}), true},
+        {"boss", "/disallow Troll", L({"troll has been disallowed."}), true},
+        {"boss", "/disallow troll", L({"troll is already disallowed."}), true},
+        {"boss", "/allow troll", L({"troll has been allowed to participate."}), true},
+        {"boss", "/allow troll", L({"troll is not disallowed."}), true},
+        {"boss", "/start", L({"There are no topics loaded! Please load a topic."}), true},
+        {"boss", "/newtopic", L({"Please choose a new topic from this list: Letters."}), true},
+        {"ann", "LETTERS", L({"The Topic 'Letters' has been chosen!"}), false},
+        {"boss", "/start", L({"Unscramble: q (Hint: a letter)"}), true},
+        {"boss", "/answer", L({"The answer was (q)!"}), true},
+        {"boss", "/answer", {}, false},  // nothing to reveal
+        {"boss", "/skip", {}, false},
+        {"boss", "/stop now", L({"Auto-send turned off!"}), true},
+        {"ann", "/help", {}, false},  // ann is no op
+        {"boss", "/dance", {}, false},
         // Entities are decoded before the line is read, "&amp;" last (so
         // this line reads "/&lt;b>op ann", no command).
-        {"boss", "/&amp;lt;b&gt;op ann", {}},
-        {"boss", "/&lt;b&gt;op ann", L({"ann has been oped."})},
+        {"boss", "/&amp;lt;b&gt;op ann", {}, false},
+        {"boss", "/&lt;b&gt;op ann", L({"ann has been oped."}), true},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(Command(c.who, c.line), c.sent) << c.who << ": " << c.line;
-    Command("boss", "/dance");
-    EXPECT_FALSE(tmrCcoms.IsEnabled()) << "a line that is no command starts no pause";
-}
+    for (const auto& c : script) {
+        SCOPED_TRACE(std::string(c.who) + ": " + c.line);
+        EXPECT_EQ(Command(c.who, c.line), c.sent);
+        EXPECT_EQ(tmrCcoms.IsEnabled(), c.paused);
+    }
 
-TEST_F(GameScenario, StartAndAnswerFromTheChat) {
-    Load("Words", {"kiwi,a fruit"}, true);
-    commands.Ops().Add("boss");
+    // Signed off, "/start" starts nothing; a correct answer while auto-send
+    // is off is credited, and no word follows.
     game.SignedOn = false;
-    Say("boss", "/start");
-    ASSERT_EQ(dialogs.messages.size(), 1u);
-    EXPECT_EQ(dialogs.messages[0].text, "You need to login to use the scrambler.");
+    Command("boss", "/start");
+    EXPECT_EQ(dialogs.messages.at(0).text, "You need to login to use the scrambler.");
     EXPECT_FALSE(game.GameOn);
-
-    game.SignedOn = true;
-    tmrCcoms.Tick();
-    Say("boss", "/start");
-    ExpectOnePuzzleFor("kiwi", " (Hint: a fruit)");
-
-    EXPECT_EQ(Command("boss", "/answer"), L({"The answer was (kiwi)!"}));
-    EXPECT_TRUE(tmrMsgPause.IsEnabled());
-    EXPECT_TRUE(Command("boss", "/answer").empty());
-    EXPECT_FALSE(tmrCcoms.IsEnabled()) << "nothing to reveal: no pause";
-
-    // A correct answer while auto-send is off is credited, and no word follows.
-    game.cmdAutoSendOff_Click();
-    game.WordSend("kiwi");
+    game.WordSend("q");
     Sent();
-    Say("ann", "kiwi");
-    EXPECT_EQ(Sent(), L({"ann got it right!!! (kiwi)"}));
+    Say("ann", "q");
+    EXPECT_EQ(Sent(), L({"ann got it right!!! (q)"}));
     EXPECT_FALSE(tmrMsgPause.IsEnabled());
 }
 
@@ -449,6 +443,28 @@ TEST(ChatConsole, EmptiesItselfOnceFull) {
     EXPECT_EQ(console.Text().size(), 66u * 1002u);  // 66132: at the limit, not past it
     console.AppendLine("next");
     EXPECT_EQ(console.Text(), "next\r\n");
+}
+
+TEST(LineStyle, BuildsThePrefixFromTheFieldsOnSetFont) {
+    LineStyle style;
+    // The text itself is the caller's: it goes after the prefix as it is.
+    EXPECT_EQ(style.Styled("salt & pepper <3"), P + "salt & pepper <3");
+
+    style.fields.chkStrike = true;
+    style.fields.chkBold = true;
+    style.fields.chkUnderline = true;
+    style.fields.chkItalics = true;
+    style.fields.txtFontColor = "ff00ff";
+    EXPECT_EQ(style.FontChange(), P) << "fields take effect on Set Font only";
+    style.cmdSetFont_Click();
+    EXPECT_EQ(style.FontChange(),
+              "<html><body bgcolor=\"000000\"><font color=\"ff00ff\" face=\"Times New Roman\">"
+              "<b><i><u><s>");
+
+    style.cmdResetFont_Click();
+    EXPECT_EQ(style.FontChange(), P);
+    EXPECT_FALSE(style.fields.chkBold);
+    EXPECT_EQ(style.fields.txtFontColor, "00bfff");
 }
 
 }  // namespace
