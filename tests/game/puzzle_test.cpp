@@ -1,8 +1,10 @@
+// The puzzle maker and the random draws it is made with.
 #include "game/puzzle.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace game {
@@ -13,147 +15,115 @@ std::string Sorted(std::string s) {
     return s;
 }
 
-long Count(const std::string& s, char c) {
-    return std::count(s.begin(), s.end(), c);
+TEST(RandomNumber, StaysWithinItsBoundsReachesEachValueAndFollowsTheSeed) {
+    RandomSource random(7), again(7), other(8);
+    std::map<long long, int> seen;
+    int sameAsOther = 0;
+    for (int i = 0; i < 6000; ++i) {
+        const long long n = random.RandomNumber(6, 1);
+        ASSERT_EQ(n, again.RandomNumber(6, 1));
+        sameAsOther += n == other.RandomNumber(6, 1);
+        ++seen[n];
+        const long long negative = other.RandomNumber(-3, -5);
+        ASSERT_TRUE(negative >= -5 && negative <= -3) << negative;
+    }
+    EXPECT_LT(sameAsOther, 1500) << "another seed, other draws";
+    ASSERT_EQ(seen.size(), 6u);
+    EXPECT_EQ(seen.begin()->first, 1);
+    for (const auto& [value, count] : seen) {
+        EXPECT_GT(count, 800) << value;
+        EXPECT_LT(count, 1200) << value;
+    }
 }
 
 TEST(GameModes, OneOptionAtATimeAndScrambleByDefault) {
     GameModes modes;
     EXPECT_EQ(modes.GetGameMode(), 0);
-    modes.optMode_Click(2);
-    EXPECT_EQ(modes.GetGameMode(), 2);
-    modes.optMode_Click(1);
-    EXPECT_TRUE(modes.BlankMode);
-    EXPECT_FALSE(modes.MixedMode);
-    EXPECT_EQ(modes.GetGameMode(), 1);
-    modes.optMode_Click(3);
-    EXPECT_EQ(modes.GetGameMode(), 1);
-    modes.optMode_Click(0);
-    EXPECT_EQ(modes.GetGameMode(), 0);
-    EXPECT_FALSE(modes.BlankMode);
+    for (const auto& [click, mode] : {std::pair{2, 2}, {1, 1}, {3, 1}, {-1, 1}, {0, 0}}) {
+        modes.optMode_Click(click);
+        EXPECT_EQ(modes.GetGameMode(), mode) << click;
+    }
 }
 
-TEST(ScrambleWord, PermutesLettersInsideEachWordOnly) {
+TEST(ScrambleWord, PermutesLettersInsideEachWordOnlyAndReachesEveryOrder) {
     RandomSource random(1);
-    for (int i = 0; i < 200; ++i) {
+    std::set<std::string> seen;
+    for (int i = 0; i < 600; ++i) {
         const std::string s = ScrambleWord("new york", random);
         ASSERT_EQ(s.size(), 8u);
         ASSERT_EQ(s[3], ' ');
         EXPECT_EQ(Sorted(s.substr(0, 3)), Sorted("new"));
         EXPECT_EQ(Sorted(s.substr(4)), Sorted("york"));
-    }
-    EXPECT_EQ(ScrambleWord("a", random), "a");
-    EXPECT_EQ(ScrambleWord("", random), "");
-    const std::string spaced = ScrambleWord("ab  c ", random);
-    EXPECT_EQ(spaced.substr(2), "  c ") << "empty words keep their spaces";
-}
-
-TEST(ScrambleWord, ReachesEveryOrderOfAWord) {
-    RandomSource random(2);
-    std::set<std::string> seen;
-    for (int i = 0; i < 600; ++i)
         seen.insert(ScrambleWord("abc", random));
+    }
     EXPECT_EQ(seen, (std::set<std::string>{"abc", "acb", "bac", "bca", "cab", "cba"}));
+    EXPECT_EQ(ScrambleWord("", random), "");
+    EXPECT_EQ(ScrambleWord("ab  c ", random).substr(2), "  c ") << "empty words keep their spaces";
 }
 
 TEST(HiddenCount, IsHalfTheLengthRoundedToEven) {
     const int expected[] = {0, 0, 1, 2, 2, 2, 3, 4, 4, 4, 5};
-    for (std::size_t length = 0; length <= 10; ++length) {
+    for (std::size_t length = 0; length <= 10; ++length)
         EXPECT_EQ(HiddenCount(length), expected[length]) << length;
-    }
 }
 
-TEST(BlankWord, BlanksAboutHalfAndSpacesTheResult) {
+TEST(BlankAndHintWord, HideAboutHalfOfTheLettersAndNothingElse) {
     RandomSource random(3);
-    std::set<std::string> cat;
-    for (int i = 0; i < 500; ++i) {
-        const std::string b = BlankWord("cat", random);
-        cat.insert(b);
-        ASSERT_TRUE(Count(b, '_') == 2 || Count(b, '_') == 1) << b;
-    }
-    EXPECT_TRUE(cat.count(" _ a _ "));
-    EXPECT_TRUE(cat.count("c _ t")) << "a single blank when the last draw repeats";
-    for (const std::string& b : cat) {
-        EXPECT_TRUE(b == " _ a _ " || b == " _  _ t" || b == "c _  _ " || b == " _ at" ||
-                    b == "c _ t" || b == "ca _ ")
-            << b;
-    }
-
-    for (int i = 0; i < 100; ++i) {
-        const std::string ab = BlankWord("ab", random);
-        EXPECT_TRUE(ab == " _ b" || ab == "a _ ") << ab;
-    }
-    EXPECT_EQ(BlankWord("x", random), " _ ");
-    EXPECT_EQ(BlankWord("", random), " _ ");
-}
-
-TEST(BlankWord, WidensSpacesAndNeverPicksSpacesOrUnderscores) {
-    RandomSource random(4);
-    for (int i = 0; i < 200; ++i) {
-        const std::string b = BlankWord("new york", random);  // L 8, B 4
-        EXPECT_TRUE(Count(b, '_') == 4 || Count(b, '_') == 3) << b;
-        EXPECT_NE(b.find("   "), std::string::npos) << b;
-        EXPECT_EQ(b.size(), 8u + 2u + 2u * static_cast<std::size_t>(Count(b, '_'))) << b;
-
-        const std::string u = BlankWord("a_b", random);  // L 3, B 2
-        // The answer's own underscore shows as a blank and is never drawn.
-        EXPECT_TRUE(Count(u, '_') == 2 || Count(u, '_') == 3) << u;
+    // "cat" hides 2: two draws, a single one hidden when the second repeats
+    // the first. Blanks widen spaces to three; an underscore of the answer
+    // shows as a blank and is never drawn.
+    const struct {
+        std::string (*hide)(std::string_view, RandomSource&);
+        const char* text;
+        std::set<std::string> outcomes;
+    } cases[] = {
+        {BlankWord, "cat", {" _ a _ ", " _  _ t", "c _  _ ", " _ at", "c _ t", "ca _ "}},
+        {BlankWord, "ab", {" _ b", "a _ "}},
+        {BlankWord, "x", {" _ "}},
+        {BlankWord, "", {" _ "}},
+        {BlankWord, "    ", {"            "}},
+        {BlankWord, "x      y", {" _                    _ "}},
+        {BlankWord,
+         "ab c",
+         {" _  _    c", " _ b    _ ", "a _     _ ", " _ b   c", "a _    c", "ab    _ "}},
+        {BlankWord, "a_b", {" _  _  _ ", " _  _ b", "a _  _ "}},
+        {HintWord, "cat", {"**t", "*a*", "c**", "*at", "c*t", "ca*"}},
+        {HintWord, "a b", {"* *", "* b", "a *"}},
+        {HintWord, "x      y", {"*      *"}},
+        {HintWord, "a", {"*"}},
+        {HintWord, "", {"*"}},
+    };
+    for (const auto& c : cases) {
+        std::set<std::string> seen;
+        for (int i = 0; i < 300; ++i)
+            seen.insert(c.hide(c.text, random));
+        EXPECT_EQ(seen, c.outcomes) << c.text;
     }
 }
 
-TEST(BlankWord, StopsWhenNothingIsLeftToBlank) {
-    RandomSource random(5);
-    // 21 blanks wanted, two letters to take them.
-    EXPECT_EQ(BlankWord("a                                        b", random).find_first_of("ab"),
-              std::string::npos);
-    EXPECT_EQ(BlankWord("    ", random), "            ");
-    EXPECT_EQ(HintWord("x      y", random), "*      *");
-}
-
-TEST(HintWord, MasksAboutHalfAndKeepsTheShape) {
-    RandomSource random(6);
-    for (int i = 0; i < 200; ++i) {
-        const std::string h = HintWord("elephant", random);  // L 8, B 4
-        ASSERT_EQ(h.size(), 8u);
-        EXPECT_TRUE(Count(h, '*') == 4 || Count(h, '*') == 3) << h;
-        for (std::size_t k = 0; k < h.size(); ++k) {
-            if (h[k] != '*') {
-                EXPECT_EQ(h[k], std::string("elephant")[k]);
-            }
-        }
-        const std::string phrase = HintWord("new york", random);
-        EXPECT_EQ(phrase[3], ' ');
-    }
-    EXPECT_EQ(HintWord("a", random), "*");
-    EXPECT_EQ(HintWord("", random), "*");
-}
-
-TEST(MakePuzzle, WritesTheLineForEachMode) {
+TEST(MakePuzzle, WritesTheLineAndKeepsTheAnswerForEachEntry) {
     RandomSource random(7);
     const struct {
         const char* entry;
+        bool lowerCase;
         int mode;
+        const char* answer;
         const char* line;
-    } cases[] = {{"a,first letter", 0, "Unscramble: a (Hint: first letter)"},
-                 {"a,first letter", 1, "Fill in the blank:  _  (Hint: first letter)"},
-                 {"a", 0, "Unscramble: a"},
-                 {"a,", 0, "Unscramble: a (Hint: )"},
-                 {",only a hint", 0, "Unscramble:  (Hint: only a hint)"},
-                 {",only a hint", 1, "Fill in the blank:  _  (Hint: only a hint)"}};
-    for (const auto& c : cases)
-        EXPECT_EQ(MakePuzzle(c.entry, false, c.mode, random).line, c.line);
-    const Puzzle spaced = MakePuzzle("  z ,hint, more ", false, 0, random);
-    EXPECT_EQ(spaced.answer, "  z ") << "the pending answer is kept untrimmed";
-    EXPECT_EQ(spaced.line, "Unscramble: z (Hint: hint, more )");
-}
-
-TEST(MakePuzzle, LowerCasesTheWholeEntryWhenAsked) {
-    RandomSource random(8);
-    const Puzzle p = MakePuzzle("Paris,French Capital", true, 0, random);
-    EXPECT_EQ(p.answer, "paris");
-    EXPECT_EQ(Sorted(p.line.substr(12, 5)), Sorted("paris"));
-    EXPECT_EQ(p.line.substr(17), " (Hint: french capital)");
-    EXPECT_EQ(MakePuzzle("Paris", false, 0, random).answer, "Paris");
+    } cases[] = {
+        {"a,first letter", false, 0, "a", "Unscramble: a (Hint: first letter)"},
+        {"a,first letter", false, 1, "a", "Fill in the blank:  _  (Hint: first letter)"},
+        {"a", false, 0, "a", "Unscramble: a"},
+        {"a,", false, 0, "a", "Unscramble: a (Hint: )"},
+        {",only a hint", false, 0, "", "Unscramble:  (Hint: only a hint)"},
+        {"  z ,hint, more ", false, 0, "  z ", "Unscramble: z (Hint: hint, more )"},
+        {"Q,First Letter", true, 0, "q", "Unscramble: q (Hint: first letter)"},
+        {"Q,First Letter", false, 0, "Q", "Unscramble: Q (Hint: First Letter)"},
+    };
+    for (const auto& c : cases) {
+        const Puzzle p = MakePuzzle(c.entry, c.lowerCase, c.mode, random);
+        EXPECT_EQ(p.answer, c.answer) << c.entry;
+        EXPECT_EQ(p.line, c.line) << c.entry;
+    }
 }
 
 TEST(MakePuzzle, MixedModeUsesBothKinds) {
@@ -161,8 +131,8 @@ TEST(MakePuzzle, MixedModeUsesBothKinds) {
     int scrambles = 0, blanks = 0;
     for (int i = 0; i < 200; ++i) {
         const std::string line = MakePuzzle("giraffe", false, 2, random).line;
-        if (line.rfind("Unscramble: ", 0) == 0) ++scrambles;
-        if (line.rfind("Fill in the blank: ", 0) == 0) ++blanks;
+        scrambles += line.rfind("Unscramble: ", 0) == 0;
+        blanks += line.rfind("Fill in the blank: ", 0) == 0;
     }
     EXPECT_EQ(scrambles + blanks, 200);
     EXPECT_GT(scrambles, 60);

@@ -24,43 +24,28 @@ ScoreTable TableOf(const std::vector<std::pair<std::string, int>>& scores) {
     return table;
 }
 
-TEST(ArrangeScores, RanksHighestFirstInTheDocumentedOrder) {
+TEST(ScoreTable, RanksHighestFirstMovingTheScorerToTheEnd) {
     std::vector<ScoreEntry> entries = {{"a", 1}, {"b", 2}, {"c", 1}, {"d", 3}};
     ArrangeScores(entries);
-    Lines ranked;
-    for (const auto& e : entries)
-        ranked.push_back(e.name);
-    EXPECT_EQ(ranked, (Lines{"d", "b", "c", "a"}));
+    EXPECT_EQ(entries[0].name + entries[1].name + entries[2].name + entries[3].name, "dbca");
 
-    entries = {{"x", 1}, {"y", 1}, {"z", 1}};
-    ArrangeScores(entries);
-    EXPECT_EQ(entries[0].name + entries[1].name + entries[2].name, "xyz");
-}
-
-TEST(UpdateScore, MovesTheScorerToTheEndBeforeRanking) {
-    ScoreTable table;
-    for (const char* name : {"a", "b", "c", "d"})
-        table.AddPlayer(name);
+    ScoreTable table = TableOf({{"a", 1}, {"b", 1}, {"c", 1}, {"d", 1}});
+    EXPECT_EQ(Names(table), (Lines{"a:1", "b:1", "c:1", "d:1"}));
     // b moves to the end (a c d b) and the passes carry it forward, leaving
     // the ones behind it reversed: b d c a.
     table.UpdateScore("b", 1);
     EXPECT_EQ(Names(table), (Lines{"b:2", "d:1", "c:1", "a:1"}));
-    // a ties b and stays behind it.
     table.UpdateScore("a", 1);
-    EXPECT_EQ(Names(table), (Lines{"b:2", "a:2", "c:1", "d:1"}));
+    EXPECT_EQ(Names(table), (Lines{"b:2", "a:2", "c:1", "d:1"})) << "a ties b, behind it";
     table.UpdateScore("d", -5);
     EXPECT_EQ(Names(table), (Lines{"b:2", "a:2", "c:1", "d:-4"}));
 }
 
-TEST(UpdateScore, ChangesOnlyThePlayersOwnRow) {
-    ScoreTable table;
-    table.AddPlayer("bobby");
-    table.AddPlayer("bob");
-    table.UpdateScore("bob", 1);
+TEST(ScoreTable, ChangesOnlyThePlayersOwnRow) {
+    ScoreTable table = TableOf({{"bobby", 1}, {"bob", 2}});
     EXPECT_EQ(table.lstPlayers().Rows(), (Lines{"bobby - 1", "bob - 2"}));
     table.UpdateScore("bobby", 4);
     EXPECT_EQ(table.lstPlayers().Rows(), (Lines{"bobby - 5", "bob - 2"}));
-    EXPECT_EQ(Names(table), (Lines{"bobby:5", "bob:2"}));
 
     EXPECT_FALSE(table.UpdateScore("nobody", 1));
     EXPECT_FALSE(table.AddPlayer(""));
@@ -71,42 +56,45 @@ TEST(UpdateScore, ChangesOnlyThePlayersOwnRow) {
     EXPECT_EQ(table.Ranking()[0].score, 2147483647) << "scores saturate instead of wrapping";
 }
 
-TEST(FindWinners, NamesTheLeaderOrTheTiedLeadersAndEmptiesTheTable) {
-    ScoreTable single = TableOf({{"ann", 3}, {"bob", 5}, {"cat", 2}});
-    EXPECT_EQ(single.FindWinners(), "bob:5");
-    EXPECT_TRUE(single.Empty());
-    EXPECT_EQ(single.lstPlayers().Count(), 3) << "the rows are the caller's to clear";
-    EXPECT_EQ(WinnerMessage("bob:5"), "bob is the winner with 5 points!");
-    EXPECT_EQ(WinnerMessage("bob:1"), "bob is the winner with 1 points!");
-
-    ScoreTable tie = TableOf({{"ann", 4}, {"bob", 4}, {"cat", 4}, {"dan", 1}});
-    const std::string tied = tie.FindWinners();
-    EXPECT_EQ(tied,
-              "ann:4\xFF"
-              "bob:4\xFF"
-              "cat:4");
-    EXPECT_EQ(WinnerMessage(tied), "TIE GAME!!! Winners: ann, bob, cat");
-
-    ScoreTable two = TableOf({{"ann", 2}, {"bob", 2}});
-    EXPECT_EQ(WinnerMessage(two.FindWinners()), "TIE GAME!!! Winners: ann, bob");
-
-    ScoreTable empty;
-    EXPECT_EQ(empty.FindWinners(), "[Error]");
-    EXPECT_EQ(WinnerMessage("[Error]"), "ERROR: A winner was not found!");
+TEST(ScoreTable, FindWinnersNamesTheLeaderOrTheTiedLeadersAndEmptiesTheTable) {
+    const struct {
+        std::vector<std::pair<std::string, int>> scores;
+        std::string winners, message;
+    } cases[] = {
+        {{{"ann", 3}, {"bob", 5}, {"cat", 2}}, "bob:5", "bob is the winner with 5 points!"},
+        {{{"bob", 1}}, "bob:1", "bob is the winner with 1 points!"},
+        {{{"ann", 4}, {"bob", 4}, {"cat", 4}, {"dan", 1}},
+         "ann:4\xFF"
+         "bob:4\xFF"
+         "cat:4",
+         "TIE GAME!!! Winners: ann, bob, cat"},
+        {{{"ann", 2}, {"bob", 2}},
+         "ann:2\xFF"
+         "bob:2",
+         "TIE GAME!!! Winners: ann, bob"},
+        {{}, "[Error]", "ERROR: A winner was not found!"},
+    };
+    for (const auto& c : cases) {
+        ScoreTable table = TableOf(c.scores);
+        const std::string winners = table.FindWinners();
+        EXPECT_EQ(winners, c.winners);
+        EXPECT_EQ(WinnerMessage(winners), c.message);
+        EXPECT_TRUE(table.Empty());
+        EXPECT_EQ(table.lstPlayers().Count(), static_cast<int>(c.scores.size()))
+            << "the rows are the caller's to clear";
+    }
 }
 
-TEST(TopScores, StopsBeforeTheLinePasses232Characters) {
+TEST(ScoreTable, TopScoresStopBeforeTheLinePasses232Characters) {
     EXPECT_FALSE(ScoreTable().TopScoresLine());
-    ScoreTable three = TableOf({{"a", 5}, {"b", 3}, {"c", 2}});
-    EXPECT_EQ(three.TopScoresLine(), "<B><U>TOP SCORES</U></B>: a [5], b[3], c[2]");
+    EXPECT_EQ(TableOf({{"a", 5}, {"b", 3}, {"c", 2}}).TopScoresLine(),
+              "<B><U>TOP SCORES</U></B>: a [5], b[3], c[2]");
 
     // The header (26) and the first entry (name, " [2]") come first; each
     // further 10-letter name with a 1-digit score adds 15 (", name[1]"). An
     // entry is added while length + name + score stays at or below 232.
     auto line = [](const std::string& leader) {
-        ScoreTable table;
-        table.AddPlayer(leader);
-        table.UpdateScore(leader, 1);
+        ScoreTable table = TableOf({{leader, 2}});
         for (int i = 10; i < 30; ++i)
             table.AddPlayer("player00" + std::to_string(i));
         return *table.TopScoresLine();

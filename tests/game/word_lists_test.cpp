@@ -1,8 +1,9 @@
+// The lists of the game: the row list under every view, the loaded topics
+// and the scramble list.
 #include "game/word_lists.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 
 #include "support/fake_dialogs.h"
@@ -12,44 +13,30 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-TopicClass MakeTopic(const std::string& name, Lines words) {
-    TopicClass topic;
-    topic.SetTopicName(name);
-    topic.SetDirectory("/topics/" + name + ".txt");
-    for (auto& w : words)
-        topic.AddWord(std::move(w));
-    return topic;
-}
-
 class WordListsTest : public ::testing::Test {
   protected:
+    void Load(const std::string& name, Lines words) {
+        TopicClass topic;
+        topic.SetTopicName(name);
+        for (auto& w : words)
+            topic.AddWord(std::move(w));
+        lists.AddLoadedTopic(std::move(topic));
+    }
     testing_support::FakeDialogs dialogs;
     StringList errors;
     int pickerOpened = 0;
     WordLists lists{dialogs, errors, [this] { ++pickerOpened; }};
 };
 
-TEST(TopicEntry, SplitsAtTheFirstCommaOnly) {
-    const EntryParts parts = SplitEntry("new york,big apple, usa");
-    EXPECT_EQ(parts.answer, "new york");
-    EXPECT_EQ(parts.hint, "big apple, usa");
-    EXPECT_FALSE(SplitEntry("paris").hint);
-    EXPECT_EQ(SplitEntry("paris,").hint, "");
-    EXPECT_EQ(SplitEntry(",hint only").answer, "");
-}
-
 TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
-    lists.AddLoadedTopic(MakeTopic("Animals", {"cat"}));
-    lists.AddLoadedTopic(MakeTopic(" Star Wars ", {"yoda", "han solo,pilot"}));
+    Load("Animals", {"cat"});
+    Load(" Star Wars ", {"yoda", "han solo,pilot"});
     Lines labels;
     lists.SetTopicLabelObserver([&labels](const std::string& t) { labels.push_back(t); });
-    EXPECT_EQ(lists.lblCurrentTopic(), "None");
     EXPECT_EQ(lists.CurrentTopic(), "[None]");
     EXPECT_EQ(lists.lstData().Rows(), (Lines{"Animals", "Star Wars"}));
 
     lists.AddTopicList("starwars");
-    EXPECT_EQ(lists.CurrentTopic(), "Star Wars");
-    EXPECT_EQ(lists.lblCurrentTopic(), "Star Wars");
     lists.SetPosition(1);
     lists.AddTopicList("STAR WARS");
     EXPECT_EQ(lists.lstWords().Rows(), (Lines{"yoda", "han solo,pilot", "yoda", "han solo,pilot"}));
@@ -61,98 +48,60 @@ TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
     EXPECT_EQ(labels, (Lines{"Star Wars", "Star Wars", ""}));
 }
 
-TEST_F(WordListsTest, ClearListAndClearAllLeaveTheOtherAlone) {
-    lists.AddLoadedTopic(MakeTopic("Food", {"bread", "cheese"}));
+TEST_F(WordListsTest, ClearListClearAllAndRemovalLeaveTheOtherAlone) {
+    Load("Food", {"bread", "cheese"});
     lists.AddTopicList("food");
-    lists.SetPosition(0);
-
     lists.cmdClearAll_Click();
     EXPECT_TRUE(lists.Topics().empty());
     EXPECT_TRUE(lists.lstData().Empty());
     EXPECT_EQ(lists.lstWords().Count(), 2);
     EXPECT_EQ(lists.CurrentTopic(), "Food");
 
-    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
+    Load("Star Wars", {"yoda"});
+    Load("starwars", {"leia"});
+    Load("Food", {"bread"});
     lists.cmdClearList_Click();
     EXPECT_TRUE(lists.lstWords().Empty());
     EXPECT_EQ(lists.Position(), -1);
-    EXPECT_EQ(lists.CurrentTopic(), "[None]");
     EXPECT_EQ(lists.lblCurrentTopic(), "[None]");
-    EXPECT_EQ(lists.Topics().size(), 1u);
-}
+    EXPECT_EQ(lists.Topics().size(), 3u);
 
-TEST_F(WordListsTest, RemovalMatchesEveryEntryWithTheKey) {
-    lists.AddLoadedTopic(MakeTopic("Star Wars", {"yoda"}));
-    lists.AddLoadedTopic(MakeTopic("starwars", {"leia"}));
-    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
+    // Removal matches every entry with the key.
     lists.AddTopicList("star wars");
-
     lists.ListRemoveTopic("STARWARS");
     EXPECT_EQ(lists.lstData().Rows(), (Lines{"Food"}));
     EXPECT_EQ(lists.Topics().size(), 3u);
-
     lists.RemoveTopic("Star Wars");
+    lists.RemoveTopic("unknown");
     ASSERT_EQ(lists.Topics().size(), 1u);
     EXPECT_EQ(lists.Topics()[0].GetTopic(), "Food");
     EXPECT_EQ(lists.lstWords().Rows(), (Lines{"yoda"}))
         << "removing a topic leaves its entries on the scramble list";
-
-    lists.RemoveTopic("unknown");
-    EXPECT_EQ(lists.Topics().size(), 1u);
 }
 
-TEST_F(WordListsTest, AddTopicRefusesWhenNothingIsLoaded) {
+TEST_F(WordListsTest, AddAndSendToListNeedALoadedTopic) {
     lists.cmdAddTopic_Click();
     ASSERT_EQ(dialogs.messages.size(), 1u);
-    EXPECT_EQ(dialogs.messages[0].text, "There are no topics loaded to add!");
     EXPECT_EQ(dialogs.messages[0].title, "Note");
-    EXPECT_EQ(dialogs.messages[0].kind, MessageKind::Warning);
     EXPECT_EQ(errors.Rows(), (Lines{"There are no topics loaded to add!"}));
     EXPECT_EQ(pickerOpened, 0);
 
-    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
+    Load("Food", {"bread"});
+    Load("Colours", {"red", "blue"});
     lists.cmdAddTopic_Click();
     EXPECT_EQ(pickerOpened, 1);
-    EXPECT_EQ(dialogs.messages.size(), 1u);
-}
-
-TEST_F(WordListsTest, SendToListUsesTheSelectedLoadedTopic) {
-    lists.AddLoadedTopic(MakeTopic("Food", {"bread"}));
-    lists.AddLoadedTopic(MakeTopic("Colours", {"red", "blue"}));
     lists.cmdSendToList_Click();
-    EXPECT_TRUE(lists.lstWords().Empty());
+    EXPECT_TRUE(lists.lstWords().Empty()) << "no topic selected";
     lists.lstData().Select(1);
     lists.cmdSendToList_Click();
     EXPECT_EQ(lists.lstWords().Rows(), (Lines{"red", "blue"}));
     EXPECT_EQ(lists.CurrentTopic(), "Colours");
 }
 
-TEST_F(WordListsTest, ShuffleKeepsTheEntriesAndSelectsNone) {
-    Lines words;
-    for (int i = 0; i < 50; ++i)
-        words.push_back("w" + std::to_string(i));
-    lists.AddLoadedTopic(MakeTopic("Many", words));
-    lists.AddTopicList("many");
-    lists.SetPosition(10);
-    RandomSource random(3);
-    lists.cmdRandomize_Click(random);
-    EXPECT_EQ(lists.Position(), -1);
-    Lines shuffled = lists.lstWords().Rows();
-    EXPECT_NE(shuffled, words);
-    std::sort(shuffled.begin(), shuffled.end());
-    std::sort(words.begin(), words.end());
-    EXPECT_EQ(shuffled, words);
-
-    lists.cmdClearList_Click();
-    lists.cmdRandomize_Click(random);
-    EXPECT_TRUE(lists.lstWords().Empty());
-}
-
 TEST(Shuffle, EveryOrderOfFourIsAboutEquallyLikely) {
     RandomSource random(12345);
     std::map<Lines, int> orders;
-    constexpr int kRuns = 24000;
-    for (int i = 0; i < kRuns; ++i) {
+    for (int i = 0; i < 24000; ++i) {
         Lines rows = {"a", "b", "c", "d"};
         ShuffleRows(rows, random);
         ++orders[rows];
@@ -163,6 +112,71 @@ TEST(Shuffle, EveryOrderOfFourIsAboutEquallyLikely) {
         EXPECT_GT(count, 850);
         EXPECT_LT(count, 1150);
     }
+}
+
+// Records notifications as short strings, so a test reads like the sequence
+// a view receives.
+class RecordingObserver : public ListObserver {
+  public:
+    void RowsAboutToBeInserted(int first, int last) override { Log("insert", first, last); }
+    void RowsInserted() override { log.push_back("inserted"); }
+    void RowsAboutToBeRemoved(int first, int last) override { Log("remove", first, last); }
+    void RowsRemoved() override { log.push_back("removed"); }
+    void AboutToReset() override { log.push_back("reset"); }
+    void WasReset() override { log.push_back("was reset"); }
+    void RowChanged(int row) override { Log("changed", row, row); }
+    void SelectionChanged(int row) override { Log("selected", row, row); }
+    std::vector<std::string> log;
+
+  private:
+    void Log(const char* what, int a, int b) {
+        log.push_back(std::string(what) + " " + std::to_string(a) + "-" + std::to_string(b));
+    }
+};
+
+TEST(StringList, TellsItsObserverBeforeAndAfterEachChange) {
+    StringList list;
+    RecordingObserver observer;
+    list.SetObserver(&observer);
+
+    list.Append("a");
+    list.AppendAll({"b", "c"});
+    list.AppendAll({});
+    list.Replace(1, "B");
+    list.Replace(9, "nothing");
+    list.Select(2);
+    list.Select(2);
+    list.RemoveAt(0);
+    list.Clear();
+
+    const std::vector<std::string> expected = {
+        "insert 0-0",   "inserted",   "insert 1-2", "inserted", "changed 1-1",
+        "selected 2-2", "remove 0-0", "removed",    "reset",    "was reset"};
+    EXPECT_EQ(observer.log, expected);
+    EXPECT_TRUE(list.Empty());
+    EXPECT_EQ(list.Selected(), -1);
+}
+
+TEST(StringList, SelectionFollowsItsRowAndIsLostWithIt) {
+    StringList list;
+    list.Assign({"a", "b", "c", "d"});
+    list.Select(2);
+    list.RemoveAt(0);
+    EXPECT_EQ(list.Selected(), 1);
+    EXPECT_EQ(list.At(list.Selected()), "c");
+    list.RemoveAt(2);
+    EXPECT_EQ(list.Selected(), 1);
+    list.RemoveAt(1);
+    EXPECT_EQ(list.Selected(), -1);
+
+    list.Assign({"x", "y", "x", "z"});
+    list.Select(3);
+    list.RemoveIf([](const std::string& row) { return row == "x"; });
+    EXPECT_EQ(list.Rows(), (std::vector<std::string>{"y", "z"}));
+    EXPECT_EQ(list.Selected(), 1);
+
+    list.Select(5);
+    EXPECT_EQ(list.Selected(), -1);
 }
 
 }  // namespace

@@ -39,19 +39,22 @@ class RoomLinesTest : public BotTest {
 TEST_F(RoomLinesTest, AnOpsLineCannotRewriteTheSettingsFile) {
     bot.settings.cmdSaveSettings_Click(fields);
     const std::string saved = folder.Read("settings");
-
     Say("Boss", "/op pal\r\nserver:evil.example.net\r\nport:6000\r\ntopic:leak:/etc/hostname");
     EXPECT_NE(Sent().find("That is not a screen name."), std::string::npos);
     EXPECT_EQ(bot.commands.Ops().Rows().Rows(), std::vector<std::string>{"boss"});
-
     bot.settings.cmdSaveSettings_Click(fields);
     EXPECT_EQ(folder.Read("settings"), saved);
+
+    // Were a line break to get into a value (a file name may hold one, and
+    // so may a name added by hand), the save drops it.
+    bot.topicFiles.AutoLoadTopic("Animals", folder.Write("a\nserver:evil.example.net", "ant\r\n"));
+    bot.commands.Ops().Add("pal\r\nport:6000");
+    bot.settings.cmdSaveSettings_Click(fields);
+    EXPECT_EQ(folder.Read("settings").find("\nserver:evil"), std::string::npos);
+    EXPECT_EQ(folder.Read("settings").find("\nport:6000"), std::string::npos);
     const files::SettingsFields loaded = bot.settings.cmdLoadSettings_Click(fields);
     EXPECT_EQ(loaded.cmbServers, "127.0.0.1");
     EXPECT_EQ(loaded.txtPort, "5190");
-    EXPECT_TRUE(bot.game.Lists().Topics().empty());
-    bot.settings.cmdSaveSettings_Click(loaded);
-    EXPECT_EQ(folder.Read("settings"), saved);
 }
 
 TEST_F(RoomLinesTest, NameCommandsTakeScreenNamesOnly) {
@@ -99,21 +102,6 @@ TEST_F(RoomLinesTest, EveryIncomingLineIsOneConsoleLine) {
               "Mallory: hi^M^JOnlineHost: Ann has left the room.\r\n"
               "Eve^J: a^Ab^?\r\n"
               "OnlineHost: Ann^M^JOnlineHost: Bob has entered the room.\r\n");
-}
-
-TEST_F(RoomLinesTest, LineBreaksInValuesNeverReachTheSettingsFile) {
-    // A file name may hold a line break; so may a name added by hand.
-    const std::string path = folder.Write("a\nserver:evil.example.net", "ant\r\n");
-    bot.topicFiles.AutoLoadTopic("Animals", path);
-    bot.commands.Ops().Add("pal\r\nport:6000");
-    bot.settings.cmdSaveSettings_Click(fields);
-    const std::string saved = folder.Read("settings");
-    EXPECT_EQ(saved.find("\nserver:evil"), std::string::npos);
-    EXPECT_EQ(saved.find("\nport:6000"), std::string::npos);
-
-    const files::SettingsFields loaded = bot.settings.cmdLoadSettings_Click(fields);
-    EXPECT_EQ(loaded.cmbServers, "127.0.0.1");
-    EXPECT_EQ(loaded.txtPort, "5190");
 }
 
 }  // namespace

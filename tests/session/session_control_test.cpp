@@ -1,5 +1,5 @@
-// The window's session steps: leaving a room and the status lines the
-// client's events set.
+// The window's session steps: signing on, leaving a room and the status
+// lines the client's events set.
 #include "session/session_control.h"
 
 #include <gtest/gtest.h>
@@ -40,6 +40,33 @@ TEST_F(SessionControlTest, SignOnJoinAndLeaveRefuseWithTheirTexts) {
     // Letters for an exchange pass the checks as exchange 0.
     s.cmdJoin_Click("Lobby", "ab");
     EXPECT_EQ(s.lblChatStatus(), "Joining chat...");
+}
+
+TEST_F(SessionControlTest, PortsOutsideSixteenBitsAreRefused) {
+    const struct {
+        const char* typed;
+        const char* connectedTo;  // nullptr: refused
+    } cases[] = {
+        {"99999", nullptr}, {"65536", nullptr}, {"0", nullptr},     {"abc", nullptr},
+        {"-5", nullptr},    {"1", "1"},         {"65535", "65535"}, {" 5190x", "5190"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.typed);
+        dialogs.messages.clear();
+        sockets.connectLog.clear();
+        bot.session.cmdSignOn_Click({"Bot Name", "secret1", "127.0.0.1", c.typed});
+        if (c.connectedTo) {
+            ASSERT_EQ(sockets.connectLog.size(), 1u);
+            EXPECT_EQ(sockets.connectLog[0].second, std::string("127.0.0.1:") + c.connectedTo);
+            EXPECT_TRUE(dialogs.messages.empty());
+            bot.session.cmdSignOff_Click();
+        } else {
+            EXPECT_TRUE(sockets.connectLog.empty());
+            EXPECT_EQ(Messages(),
+                      std::vector<std::string>{"Note: The port must be a number from 1 to 65535!"});
+            EXPECT_NE(bot.session.lblInfo(), "Logging in...");
+        }
+    }
 }
 
 TEST_F(SessionControlTest, LeaveClosesTheNamedRoomOnly) {
