@@ -7,27 +7,13 @@
 namespace oscar {
 namespace {
 
-TEST(SignOnBodies, BuiltBodiesFollowTheFamilyList) {
-    const std::vector<std::string> families = {HexToBytes("0001"), HexToBytes("0003"),
-                                               HexToBytes("0013"), HexToBytes("000D")};
-    EXPECT_EQ(BytesToHex(BuildFamilyVersions(families)), "000100040003000300130001000D0001");
-    EXPECT_EQ(BuildFamilyVersions({}), "");
-
-    const std::vector<std::string> pairs = {HexToBytes("0001"), HexToBytes("0004"),
-                                            HexToBytes("000E"), HexToBytes("0001")};
-    EXPECT_EQ(BytesToHex(BuildClientReady(pairs)), "00010004001008E5000E0001001008E5");
-}
-
 TEST(Capabilities, FollowTheTwoOptions) {
     const std::string both = BuildCapabilities(0, {}, {true, true});
     ASSERT_EQ(both.size(), 272u);
     EXPECT_EQ(BytesToHex(both.substr(0, 16)), "094601054C7F11D18222444553540000");
     EXPECT_EQ(BytesToHex(both.substr(14 * 16, 16)), "748F2420628711D18222444553540000");
     EXPECT_EQ(BytesToHex(both.substr(256)), "094600014C7F11D18222444553540000");
-
     EXPECT_EQ(BuildCapabilities(0, {}, {true, false}).size(), 256u);
-    EXPECT_EQ(BytesToHex(BuildCapabilities(0, {}, {false, true})),
-              "094600014C7F11D18222444553540000");
     EXPECT_EQ(BuildCapabilities(0, {}, {false, false}), "");
 
     const std::vector<std::string> ids = {"00112233445566778899AABBCCDDEEFF", "0102"};

@@ -50,46 +50,38 @@ TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
                      "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
 }
 
-TEST_F(ServicesTest, ErrorsOfTheOtherServices) {
-    sockets.Deliver(0, Frame(2, HexToBytes("000400010000000000000004")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000400010000000000000005")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0001000000000000000E")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A00010000000000000014")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A00010000000000000021")));
+TEST_F(ServicesTest, RepliesOfTheOtherServicesRaiseTheirEvents) {
+    const auto deliver = [&](int index, const char* snacHex, const std::string& tlvs = "") {
+        sockets.Deliver(index, Frame(2, HexToBytes(snacHex) + tlvs));
+    };
     sockets.Create(4);
-    sockets.Deliver(4, Frame(2, HexToBytes("00070001000000000000000E")));
-    sockets.Deliver(4, Frame(2, HexToBytes("000700010000000000000014")));
-    EXPECT_EQ(events.Take(), (Lines{"Error(User not available, 4, 0, 0004)",
-                                    "Error(No e-mail entered., 14, 0, 000A)",
-                                    "Error(No screennames found., 20, 0, 000A)",
-                                    "Error(Unknown e-mail lookup error., 33, 0, 000A)",
-                                    "Error(No e-mail entered., 14, 0, 0007)",
-                                    "Error(Unknown Admin Error., 20, 0, 0007)"}));
-}
-
-TEST_F(ServicesTest, EmailLookupResultsListEveryName) {
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0003000000000000") + MakeTLV("0009", 2, "ann") +
-                                    MakeTLV("0009", 2, "bob") + MakeTLV("0009", 2, "cat")));
-    sockets.Deliver(0, Frame(2, HexToBytes("000A0003000000000000")));
-    EXPECT_EQ(events.Take(), (Lines{"EmailLookupResults(ann, bob, cat)", "EmailLookupResults()"}));
-}
-
-TEST_F(ServicesTest, AdminRepliesRaiseOneEventPerTLV) {
-    sockets.Create(4);
-    sockets.Deliver(
-        4, Frame(2, HexToBytes("0007000300000000000000030003") + MakeTLV("0001", 2, "Bot Name") +
-                        MakeTLV("0011", 2, "a@b.c") + MakeTLV("0013", 2, HexToBytes("0002"))));
-    sockets.Deliver(4,
-                    Frame(2, HexToBytes("0007000500000000000000010002") + MakeTLV("0001", 2, "") +
-                                 MakeTLV("0008", 2, HexToBytes("0001"))));
-    sockets.Deliver(
-        4, Frame(2, HexToBytes("0007000500000000000000030004") + MakeTLV("0001", 2, "") +
-                        MakeTLV("0011", 2, "") + MakeTLV("0013", 2, "") + MakeTLV("0002", 2, "")));
-    EXPECT_EQ(events.Take(),
-              (Lines{"FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
-                     "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
-                     "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
-                     "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
+    deliver(0, "000400010000000000000004");
+    deliver(0, "000400010000000000000005");
+    deliver(0, "000A0001000000000000000E");
+    deliver(0, "000A00010000000000000021");
+    deliver(4, "00070001000000000000000E");
+    deliver(4, "000700010000000000000014");
+    deliver(0, "000A0003000000000000", MakeTLV("0009", 2, "ann") + MakeTLV("0009", 2, "bob"));
+    deliver(0, "000A0003000000000000");
+    // Admin replies: one event per TLV.
+    deliver(4, "0007000300000000000000030003",
+            MakeTLV("0001", 2, "Bot Name") + MakeTLV("0011", 2, "a@b.c") +
+                MakeTLV("0013", 2, HexToBytes("0002")));
+    deliver(4, "0007000500000000000000010002",
+            MakeTLV("0001", 2, "") + MakeTLV("0008", 2, HexToBytes("0001")));
+    deliver(4, "0007000500000000000000030004",
+            MakeTLV("0001", 2, "") + MakeTLV("0011", 2, "") + MakeTLV("0013", 2, "") +
+                MakeTLV("0002", 2, ""));
+    EXPECT_EQ(
+        events.Take(),
+        (Lines{"Error(User not available, 4, 0, 0004)", "Error(No e-mail entered., 14, 0, 000A)",
+               "Error(Unknown e-mail lookup error., 33, 0, 000A)",
+               "Error(No e-mail entered., 14, 0, 0007)", "Error(Unknown Admin Error., 20, 0, 0007)",
+               "EmailLookupResults(ann, bob)", "EmailLookupResults()",
+               "FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
+               "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
+               "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
+               "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
 }
 
 TEST_F(ServicesTest, BuddyIconsReadTheLengthAfterTheName) {
