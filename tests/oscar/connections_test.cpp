@@ -199,7 +199,7 @@ TEST_F(ConnectionsTest, LeaveChatLeavesEveryRoomOfTheIndexOrName) {
     EXPECT_TRUE(client.Chat().empty());
 }
 
-TEST_F(ConnectionsTest, LogOffAndASignOffFrameCloseEverything) {
+TEST_F(ConnectionsTest, LogOffClosesEverythingAndSaysSo) {
     SignOn();
     JoinRoom("Lobby", 4);
     events.Take();
@@ -209,14 +209,6 @@ TEST_F(ConnectionsTest, LogOffAndASignOffFrameCloseEverything) {
     EXPECT_EQ(client.ChatNavIndex(), 0);
     EXPECT_FALSE(client.LoggedInState());
     EXPECT_EQ(sockets.sockets.size(), 1u) << "only element 0 is left";
-    EXPECT_FALSE(sockets.IsConnected(0));
-
-    // A sign-off frame on index 0 once signed on ends the session, saying so.
-    SignOn();
-    sockets.Deliver(0, Frame(4, ""));
-    EXPECT_EQ(events.Take(), Lines{"ConnectionLost(0, Signed off by the server: the server is "
-                                   "stopping or restarting.)"});
-    EXPECT_FALSE(client.LoggedInState());
     EXPECT_FALSE(sockets.IsConnected(0));
 }
 
