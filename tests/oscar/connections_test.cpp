@@ -51,19 +51,6 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
     EXPECT_TRUE(sockets.written.empty());
 }
 
-TEST_F(ConnectionsTest, TheBosConnectionContinuesTheAuthorizationNumbering) {
-    client.Login("Bot", "pw", 5190, false, false, "auth.example.net");
-    sockets.Deliver(0, Greeting());                                 // numbers 0 and 1
-    sockets.Deliver(0, SnacFrame("0017000700000000000000024B59"));  // number 2
-    sockets.Deliver(
-        0, Frame(2, HexToBytes("00170003000000000000") +
-                        MakeTLV("0005", 2, "bos.example.net:5190") + MakeTLV("0006", 2, "C")));
-    sockets.written.clear();
-    sockets.Deliver(0, Greeting());
-    ASSERT_EQ(sockets.written.size(), 1u);
-    EXPECT_EQ(BytesToHex(sockets.written[0].second.substr(0, 6)), "2A0100030009");
-}
-
 TEST_F(ConnectionsTest, WholeFramesAreHandedOverInOrderOneHandlerAtATime) {
     sockets.Create(2);
     const std::string a = ChatLineFrame("ann", "one");

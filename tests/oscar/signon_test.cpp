@@ -56,8 +56,11 @@ TEST_F(SignOnTest, TheAuthorizationExchange) {
     EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{0, "bos.example.net:5190"}));
     EXPECT_EQ(sockets.sockets[0].closes, closes + 1);
 
-    // The BOS greeting is answered with the 256-byte cookie.
+    // The BOS greeting is answered with the 256-byte cookie, numbered on
+    // from the authorization's frames.
     sockets.Deliver(0, Greeting());
+    ASSERT_EQ(sockets.written.size(), 1u);
+    EXPECT_EQ(BytesToHex(sockets.written[0].second.substr(0, 6)), "2A0100030108");
     EXPECT_EQ(sockets.TakePayloads(0),
               Lines{"0000000100060100" + BytesToHex(std::string(256, '\x5A'))});
 }
