@@ -1,8 +1,12 @@
-// The byte-level helpers the packet code rests on; the hand-written hex of
-// the packet tests checks the common cases, these check the edges.
+// The byte-level helpers the packet code rests on (the hand-written hex of
+// the packet tests checks the common cases, these check the edges), the
+// capability block and the cutting of frames.
 #include "oscar/encoding.h"
 
 #include <gtest/gtest.h>
+
+#include "oscar/bodies.h"
+#include "oscar/frame_cutter.h"
 
 namespace oscar {
 namespace {
@@ -76,6 +80,60 @@ TEST(ParseTLVs, KeepsWhatATruncatedTLVHoldsAndCountedBlocksStop) {
 TEST(FamilyName, UsesTheTableAndABareFallback) {
     EXPECT_EQ(FamilyName(HexToBytes("00A0")), "[Unknown[00A0]]");
     EXPECT_EQ(FamilyName(HexToBytes("0025")), "Unknown[0025]");
+}
+
+TEST(Capabilities, FollowTheTwoOptions) {
+    const std::string both = BuildCapabilities(0, {}, {true, true});
+    ASSERT_EQ(both.size(), 272u);
+    EXPECT_EQ(BytesToHex(both.substr(0, 16)), "094601054C7F11D18222444553540000");
+    EXPECT_EQ(BytesToHex(both.substr(14 * 16, 16)), "748F2420628711D18222444553540000");
+    EXPECT_EQ(BytesToHex(both.substr(256)), "094600014C7F11D18222444553540000");
+    EXPECT_EQ(BuildCapabilities(0, {}, {true, false}).size(), 256u);
+    EXPECT_EQ(BuildCapabilities(0, {}, {false, false}), "");
+
+    const std::vector<std::string> ids = {"00112233445566778899AABBCCDDEEFF", "0102"};
+    EXPECT_EQ(BytesToHex(BuildCapabilities(1, ids, {true, true})),
+              "00112233445566778899AABBCCDDEEFF0102");
+    EXPECT_EQ(BuildCapabilities(2, ids, {true, true}), "");
+}
+std::string FrameOf(int channel, const std::string& payload) {
+    return "*" + MakeByte(channel) + Word(7) + Word(static_cast<std::uint16_t>(payload.size())) +
+           payload;
+}
+
+TEST(FrameCutter, GivesTheSameWholeFramesWhateverTheReadSizes) {
+    // No check of the start byte: the length field alone decides; the
+    // largest frame a length field can give comes whole too.
+    const std::vector<std::string> frames = {FrameOf(2, "first"),
+                                             FrameOf(2, std::string(0xFFFF, 'x')), FrameOf(1, "\1"),
+                                             FrameOf(4, ""), HexToBytes("00000000000161")};
+    std::string stream;
+    for (const std::string& f : frames)
+        stream += f;
+    for (std::size_t piece : {stream.size(), std::size_t{1}, std::size_t{3}, std::size_t{64}}) {
+        FrameCutter cutter;
+        std::vector<std::string> cut;
+        for (std::size_t pos = 0; pos < stream.size(); pos += piece) {
+            cutter.Append(std::string_view(stream).substr(pos, piece));
+            while (auto frame = cutter.Next())
+                cut.push_back(*frame);
+        }
+        EXPECT_EQ(cut, frames) << "reads of " << piece;
+        EXPECT_EQ(cutter.Waiting(), 0u);
+    }
+}
+
+TEST(FrameCutter, AFragmentWaitsUntilCleared) {
+    // A 4-byte fragment (a cut-short sign-off frame) waits and spoils nothing.
+    FrameCutter cutter;
+    cutter.Append(HexToBytes("2A040001"));
+    EXPECT_FALSE(cutter.Next());
+    EXPECT_EQ(cutter.Waiting(), 4u);
+    cutter.Clear();
+    const std::string frame = FrameOf(2, "hello");
+    cutter.Append(frame);
+    EXPECT_EQ(cutter.Next(), frame);
+    EXPECT_FALSE(cutter.Next());
 }
 
 }  // namespace
