@@ -1,32 +1,19 @@
-// The real client on Qt sockets against the loopback OSCAR server.
+// The real client on Qt sockets against the loopback OSCAR server: sign-on,
+// rooms, lines, rate limits and character sets.
 #include <gtest/gtest.h>
 
-#include "app/qt_socket_layer.h"
+#include "app/loopback_user.h"
+#include "app/qt_clock.h"
 #include "localserver/oscar_test_server.h"
-#include "oscar/tolsock.h"
-#include "support/qt_wait.h"
-#include "support/recording_events.h"
 
 namespace {
 
-using testing_support::RecordingEvents;
+using Lines = std::vector<std::string>;
+using oscar::HexToBytes;
+using oscar::MakeTLV;
+using testing_support::LoopbackUser;
 using testing_support::WaitFor;
 using testserver::OscarTestServer;
-
-// One user of the server: a client with its own sockets and event log.
-struct User {
-    User() { client.SetObserver(&events); }
-    bool Has(const std::string& line) const {
-        return std::find(events.log.begin(), events.log.end(), line) != events.log.end();
-    }
-    bool HasPrefix(const std::string& prefix) const {
-        return std::any_of(events.log.begin(), events.log.end(),
-                           [&](const std::string& l) { return l.starts_with(prefix); });
-    }
-    QtSocketLayer sockets;
-    RecordingEvents events;
-    oscar::TolSock client{sockets};
-};
 
 class ClientServerTest : public ::testing::Test {
   protected:
@@ -36,27 +23,36 @@ class ClientServerTest : public ::testing::Test {
         server.AddAccount("Player Two", "pass2222");
     }
 
-    bool SignOn(User& user, const std::string& name, const std::string& password) {
-        user.client.Login(name, password, server.Port(), false, false, "127.0.0.1");
-        return WaitFor(
-            [&] { return user.HasPrefix("LoggedIn(") || user.HasPrefix("LoginError("); });
+    // Signs on and joins "Word Games"; returns the room's index, 0 on failure.
+    int Enter(LoopbackUser& user, const std::string& name = "Scramble Bot",
+              const std::string& password = "secret1") {
+        if (!user.SignOn(server.Port(), name, password)) return 0;
+        return user.Join("Word Games").starts_with("JoinedChat(") ? user.RoomIndex() : 0;
     }
 
-    bool Join(User& user, const std::string& room) {
-        user.client.JoinChat(room, 4, 0);
-        return WaitFor([&] { return user.HasPrefix("JoinedChat(") || user.HasPrefix("Error("); });
+    // The lines the bot said in the room, as the server relayed them.
+    std::vector<testserver::RelayedLine> BotLines() const {
+        std::vector<testserver::RelayedLine> lines;
+        for (const auto& line : server.Lines()) {
+            if (line.sender == "Scramble Bot") lines.push_back(line);
+        }
+        return lines;
     }
 
     OscarTestServer server;
-    User bot;
+    // Before the bot: its client holds it to the end.
+    QtClock clock;
+    LoopbackUser bot;
 };
 
+using RatesServerTest = ClientServerTest;
+
 TEST_F(ClientServerTest, SignOnReportsEachStepAndTheAccount) {
-    ASSERT_TRUE(SignOn(bot, "Scramble Bot", "secret1"));
+    ASSERT_TRUE(bot.SignOn(server.Port()));
     EXPECT_EQ(bot.events.Take(),
               testing_support::SignOnEvents("LoggedIn(Scramble Bot, bot@example.net, 127.0.0.1)"));
     ASSERT_TRUE(WaitFor([&] { return server.BosSetups() == 1; }));
-    EXPECT_EQ(server.SignedOn(), std::vector<std::string>{"scramblebot"});
+    EXPECT_EQ(server.SignedOn(), Lines{"scramblebot"});
 
     bot.client.SetProfile("<b>hello</b>");
     ASSERT_TRUE(WaitFor([&] { return server.Profile("scramblebot") == "<b>hello</b>"; }));
@@ -65,70 +61,95 @@ TEST_F(ClientServerTest, SignOnReportsEachStepAndTheAccount) {
 TEST_F(ClientServerTest, JoiningARoomListsItsOccupantsAndCarriesLines) {
     server.AddScriptedPlayer("Word Games", "Ann Agram");
     server.AddScriptedPlayer("Word Games", "Bob Scramble");
-    ASSERT_TRUE(SignOn(bot, "Scramble Bot", "secret1"));
-    bot.events.Take();
-    ASSERT_TRUE(Join(bot, " Word Games "));
-    ASSERT_TRUE(WaitFor([&] { return bot.events.log.size() >= 4; }));
-    ASSERT_EQ(bot.client.Chat().size(), 1u);
-    const std::string index = std::to_string(bot.client.Chat()[0].ChatIndex);
-    EXPECT_EQ(bot.events.Take(),
-              (std::vector<std::string>{"UserJoinedChat(" + index + ", Ann Agram)",
+    ASSERT_TRUE(bot.SignOn(server.Port()));
+    ASSERT_EQ(bot.Join(" Word Games ").substr(0, 11), "JoinedChat(");
+    const std::string index = std::to_string(bot.RoomIndex());
+    EXPECT_EQ(bot.events.Take(), (Lines{"UserJoinedChat(" + index + ", Ann Agram)",
                                         "UserJoinedChat(" + index + ", Bob Scramble)",
                                         "UserJoinedChat(" + index + ", Scramble Bot)",
                                         "JoinedChat(Word Games, 4, 0, " + index + ", 100, 1024)"}));
 
-    // A scripted player's line arrives as a chat message.
+    // A scripted player's line arrives as a chat message, markup and all.
     server.PlayerSays("Word Games", "Ann Agram", "<b>hello</b> bot");
     ASSERT_TRUE(WaitFor([&] { return !bot.events.log.empty(); }));
-    EXPECT_EQ(bot.events.Take(),
-              std::vector<std::string>{"ChatMessage(" + index + ", Ann Agram, <b>hello</b> bot)"});
+    EXPECT_EQ(bot.events.Take(), Lines{"ChatMessage(" + index + ", Ann Agram, <b>hello</b> bot)"});
 
     // A second user joins; the bot's lines reach it, and come back to the bot.
-    User two;
-    ASSERT_TRUE(SignOn(two, "Player Two", "pass2222"));
-    ASSERT_TRUE(Join(two, "word games"));
+    LoopbackUser two;
+    ASSERT_TRUE(two.SignOn(server.Port(), "Player Two", "pass2222"));
+    ASSERT_EQ(two.Join("word games").substr(0, 11), "JoinedChat(");
     ASSERT_TRUE(WaitFor([&] { return bot.Has("UserJoinedChat(" + index + ", Player Two)"); }));
-    bot.client.SendChat(bot.client.Chat()[0].ChatIndex, "Unscramble: tac");
-    ASSERT_TRUE(WaitFor([&] { return two.HasPrefix("ChatMessage("); }));
-    EXPECT_TRUE(two.HasPrefix("ChatMessage(") &&
-                two.events.log.back().ends_with(", Scramble Bot, Unscramble: tac)"));
+    bot.client.SendChat(bot.RoomIndex(), "Unscramble: tac");
+    ASSERT_TRUE(WaitFor([&] { return two.Count("ChatMessage(") > 0; }));
+    EXPECT_TRUE(two.events.log.back().ends_with(", Scramble Bot, Unscramble: tac)"));
     ASSERT_TRUE(WaitFor(
         [&] { return bot.Has("ChatMessage(" + index + ", Scramble Bot, Unscramble: tac)"); }));
-    EXPECT_EQ(server.Lines().back().text, "Unscramble: tac");
 
     // Leaving: the other user sees it.
-    two.client.LeaveChat(two.client.Chat()[0].ChatIndex);
+    two.client.LeaveChat(two.RoomIndex());
     ASSERT_TRUE(WaitFor([&] { return bot.Has("UserLeftChat(" + index + ", Player Two)"); }));
-}
-
-TEST_F(ClientServerTest, MigrationMovesTheSessionWithoutASecondLoggedIn) {
-    ASSERT_TRUE(SignOn(bot, "Scramble Bot", "secret1"));
-    ASSERT_TRUE(WaitFor([&] { return server.BosSetups() == 1; }));
-    server.PauseSession("Scramble Bot");
-    ASSERT_TRUE(WaitFor([&] { return bot.client.Paused(); }));
-    server.MigrateSession("Scramble Bot");
-    ASSERT_TRUE(WaitFor([&] { return server.BosSetups() == 2; }));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(std::count_if(bot.events.log.begin(), bot.events.log.end(),
-                            [](const std::string& e) { return e.starts_with("LoggedIn("); }),
-              1);
-    EXPECT_FALSE(bot.client.Paused());
-    bot.client.SetProfile("after the move");
-    ASSERT_TRUE(WaitFor([&] { return server.Profile("scramblebot") == "after the move"; }));
 }
 
 TEST_F(ClientServerTest, GarbledFramesDoNotStopTheClient) {
     server.AddScriptedPlayer("Lobby", "Ann");
-    ASSERT_TRUE(SignOn(bot, "Scramble Bot", "secret1"));
-    ASSERT_TRUE(Join(bot, "Lobby"));
+    ASSERT_TRUE(bot.SignOn(server.Port()));
+    ASSERT_EQ(bot.Join("Lobby").substr(0, 11), "JoinedChat(");
     bot.events.Take();
     // A chat message cut short, then garbage with a valid length.
     server.SendRaw("Scramble Bot", testserver::Role::Chat,
                    oscar::HexToBytes("2A020000000A000E0006000000000000") +
                        oscar::HexToBytes("2A02000100050000FFFFFF"));
     server.PlayerSays("Lobby", "Ann", "still here");
-    ASSERT_TRUE(WaitFor([&] { return bot.HasPrefix("ChatMessage("); }));
+    ASSERT_TRUE(WaitFor([&] { return bot.Count("ChatMessage(") > 0; }));
     EXPECT_TRUE(bot.events.log.back().ends_with(", Ann, still here)"));
+}
+
+TEST_F(RatesServerTest, AFloodOfThreeHundredLinesReachesTheRoomInOrderWithoutAWarning) {
+    // Every level divided by 100: the same average, in seconds, not minutes.
+    server.SetRateDivisor(100);
+    bot.client.SetClock(&clock);
+    const int room = Enter(bot);
+    ASSERT_NE(room, 0);
+    Lines sent;
+    for (int i = 0; i < 300; ++i) {
+        sent.push_back("flood line " + std::to_string(i));
+        bot.client.SendChat(room, sent.back());
+    }
+    EXPECT_GT(bot.client.Waiting(room), 0u);
+    ASSERT_TRUE(WaitFor([&] { return BotLines().size() >= 300; }, 60000))
+        << BotLines().size() << " lines arrived, " << server.DroppedSnacs() << " dropped";
+    Lines arrived;
+    for (const auto& line : BotLines())
+        arrived.push_back(line.text);
+    EXPECT_EQ(arrived, sent);
+    EXPECT_EQ(server.DroppedSnacs(), 0);
+    EXPECT_TRUE(server.RateNotices().empty()) << "the server warned";
+}
+
+TEST_F(RatesServerTest, LinesCarryTheNarrowestCharsetAndIncomingUtf16IsDecoded) {
+    const int room = Enter(bot);
+    ASSERT_NE(room, 0);
+    LoopbackUser player;
+    ASSERT_NE(Enter(player, "Player Two", "pass2222"), 0);
+    player.events.Take();
+    const std::pair<std::string, std::string> cases[] = {
+        {HexToBytes("AB") + "Hi" + HexToBytes("BB"), "iso-8859-1"},
+        {HexToBytes("93") + "ok" + HexToBytes("9420") + "5" + HexToBytes("80"), "unicode-2-0"}};
+    for (const auto& [text, charset] : cases) {
+        bot.client.SendChat(room, text);
+        ASSERT_TRUE(WaitFor([&] { return player.Count("ChatMessage(") > 0; }));
+        EXPECT_EQ(BotLines().back().charset, charset);
+        EXPECT_EQ(player.events.Take(), Lines{"ChatMessage(" + std::to_string(player.RoomIndex()) +
+                                              ", Scramble Bot, " + text + ")"});
+    }
+    // From a modern client: UTF-16, the character set after the text.
+    bot.events.Take();
+    server.PlayerSaysBlock("Word Games", "Ann Agram",
+                           MakeTLV("0001", 2, HexToBytes("00C70061002000760061002020AC4E2D")) +
+                               MakeTLV("0002", 2, "unicode-2-0") + MakeTLV("0003", 2, "en"));
+    ASSERT_TRUE(WaitFor([&] { return bot.Count("ChatMessage(") > 0; }));
+    EXPECT_EQ(bot.events.Take(), Lines{"ChatMessage(" + std::to_string(room) + ", Ann Agram, " +
+                                       HexToBytes("C76120766120803F") + ")"});
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ using testing_support::ChatLineFrame;
 using testing_support::ClientTest;
 using testing_support::Frame;
 using testing_support::Greeting;
+using testing_support::RedirectFrame;
 using testing_support::SnacFrame;
 using testing_support::UserRecord;
 
@@ -25,10 +26,7 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
     EXPECT_EQ(sockets.TakePayloads(0), Lines{"00010004000000000001000D"});
 
     // Navigation: redirect, greeting with its cookie, setup.
-    sockets.Deliver(
-        0,
-        Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes("000D")) +
-                     MakeTLV("0005", 2, "nav.example.net:5193") + MakeTLV("0006", 2, "NAVCOOKIE")));
+    sockets.Deliver(0, RedirectFrame("000D", "nav.example.net:5193", "NAVCOOKIE"));
     ASSERT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{1, "nav.example.net:5193"}));
     EXPECT_EQ(sockets.Tag(1), "[Chat_Navigation]connecting");
     sockets.Deliver(1, Greeting());
@@ -56,10 +54,7 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
                                              BytesToHex("4-0-Word Games") + "0000"});
 
     // The chat server: its setup makes the room's record.
-    sockets.Deliver(
-        0, Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes("000E")) +
-                        MakeTLV("0005", 2, "chat.example.net:5194") +
-                        MakeTLV("0006", 2, "CHATCOOKIE")));
+    sockets.Deliver(0, RedirectFrame("000E", "chat.example.net:5194", "CHATCOOKIE"));
     EXPECT_EQ(sockets.Tag(2), "[Chat]connecting");
     sockets.Deliver(2, Greeting());
     sockets.Deliver(2, SnacFrame("000100030000000000000001000E"));
@@ -104,54 +99,42 @@ TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSet) {
     sockets.Create(3);
     sockets.Deliver(3, ChatLineFrame("Ann", HexToBytes("00480069"), "unicode-2-0"));
     sockets.Deliver(3, ChatLineFrame("Ann", HexToBytes("00480069"), "us-ascii"));
+    // A packet without a character set is us-ascii, whatever came before;
+    // one without text says nothing.
+    const std::string head = HexToBytes("000E000600000000000000000000000000000003") +
+                             MakeTLV("0003", 2, UserRecord("Bob"));
+    sockets.Deliver(3, Frame(2, head + MakeTLV("0005", 2, MakeTLV("0001", 2, "OK"))));
+    sockets.Deliver(3, Frame(2, head + MakeTLV("0005", 2, MakeTLV("0002", 2, "us-ascii"))));
     EXPECT_EQ(events.Take(), (Lines{"ChatMessage(3, Ann, Hi)",
-                                    "ChatMessage(3, Ann, " + HexToBytes("00480069") + ")"}));
-
-    // A packet without a character set is us-ascii, whatever came before.
-    sockets.Deliver(3, ChatLineFrame("Ann", "xy", "unicode-2-0"));
-    events.Take();
-    sockets.Deliver(3, Frame(2, HexToBytes("000E000600000000000000000000000000000003") +
-                                    MakeTLV("0003", 2, UserRecord("Bob")) +
-                                    MakeTLV("0005", 2, MakeTLV("0001", 2, "OK"))));
-    EXPECT_EQ(events.Take(), Lines{"ChatMessage(3, Bob, OK)"});
-
-    // Markup arrives as sent; a packet without text says nothing.
-    sockets.Deliver(3, ChatLineFrame("Ann", "<b>bold</b> &amp;"));
-    sockets.Deliver(3, Frame(2, HexToBytes("000E000600000000000000000000000000000003") +
-                                    MakeTLV("0003", 2, UserRecord("Bob")) +
-                                    MakeTLV("0005", 2, MakeTLV("0002", 2, "us-ascii"))));
-    EXPECT_EQ(events.Take(), Lines{"ChatMessage(3, Ann, <b>bold</b> &amp;)"});
+                                    "ChatMessage(3, Ann, " + HexToBytes("00480069") + ")",
+                                    "ChatMessage(3, Bob, OK)"}));
 }
 
-TEST_F(ChatRoomsTest, JoinFailuresAreReported) {
+TEST_F(ChatRoomsTest, JoinErrorsNameTheServersCode) {
     SignOn();
     sockets.Create(1);
-    sockets.Deliver(1, Frame(2, HexToBytes("000D00010000000000000002") +
-                                    MakeTLV("0008", 2, HexToBytes("0012"))));
-    sockets.Deliver(1, Frame(2, HexToBytes("000D00010000000000000002") +
-                                    MakeTLV("0008", 2, HexToBytes("0033")) +
-                                    MakeTLV("0008", 2, HexToBytes("0099"))));
+    const auto code = [](const char* hex) { return MakeTLV("0008", 2, HexToBytes(hex)); };
+    const auto deliver = [&](int index, const char* snacHex, const std::string& tlvs) {
+        sockets.Deliver(index, Frame(2, HexToBytes(snacHex) + tlvs));
+    };
+    // Navigation errors raise one event per code; the BOS connection's
+    // generic error (with or without an optional block) looks at its first
+    // TLV only.
+    deliver(1, "000D00010000000000000002", code("0012"));
+    deliver(1, "000D00010000000000000002", code("0033") + code("0099"));
+    deliver(0, "00010001000000000000000E", code("0018"));
+    deliver(0, "000100018000000000000003AABBCC0004", code("002E"));
+    deliver(0, "000100010000000000000005", MakeTLV("0001", 2, "") + code("004A"));
+    deliver(0, "000100010000000000000005", code("0077"));
     EXPECT_EQ(
         events.Take(),
         (Lines{"Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
                "18, 0, 0002)",
                "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
-               "Error(Join chat failed, unknown error., 153, 0, 0002)"}));
-
-    // The BOS connection's generic error, with and without an optional block.
-    sockets.Deliver(0, Frame(2, HexToBytes("00010001000000000000000E") +
-                                    MakeTLV("0008", 2, HexToBytes("0018"))));
-    sockets.Deliver(0, Frame(2, HexToBytes("000100018000000000000003AABBCC0004") +
-                                    MakeTLV("0008", 2, HexToBytes("002E"))));
-    sockets.Deliver(0, Frame(2, HexToBytes("000100010000000000000005") + MakeTLV("0001", 2, "") +
-                                    MakeTLV("0008", 2, HexToBytes("004A"))));
-    sockets.Deliver(0, Frame(2, HexToBytes("000100010000000000000005") +
-                                    MakeTLV("0008", 2, HexToBytes("0077"))));
-    EXPECT_EQ(events.Take(),
-              (Lines{"Error(Join chat failed, full., 24, 0, 000E)",
-                     "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
-                     "Error(Unknown Error., 119, 0, 0005)"}))
-        << "only the first TLV of a generic error is looked at";
+               "Error(Join chat failed, unknown error., 153, 0, 0002)",
+               "Error(Join chat failed, full., 24, 0, 000E)",
+               "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
+               "Error(Unknown Error., 119, 0, 0005)"}));
 }
 
 TEST_F(ChatRoomsTest, RoomInformationWithoutARoomIsIgnored) {
@@ -162,16 +145,64 @@ TEST_F(ChatRoomsTest, RoomInformationWithoutARoomIsIgnored) {
     EXPECT_TRUE(client.Chat().empty());
 }
 
-TEST_F(ChatRoomsTest, ASignOffFrameOnARoomLeavesIt) {
+// Which navigation reply is taken for a room: a chat service request with a
+// wrong or empty cookie makes real servers end the whole session.
+using JoinRulesTest = ClientTest;
+
+std::string RoomReply(const std::string& cookie) {
+    return Frame(2, HexToBytes("000D0009000000000000") +
+                        MakeTLV("0004", 2,
+                                HexToBytes("0004") + MakeTLV("", 1, cookie) + HexToBytes("0000")));
+}
+
+TEST_F(JoinRulesTest, OnlyAReplyCarryingARoomAnswersTheJoin) {
     SignOn();
-    const int room = JoinRoom("Lobby", 4);
-    events.Take();
-    sockets.Deliver(room, Frame(4, ""));
-    EXPECT_EQ(events.Take(), (Lines{"LeftChat(Lobby, 4, 0, " + std::to_string(room) + ")",
-                                    "ConnectionLost(" + std::to_string(room) +
-                                        ", Connection to chat Name: Lobby, Exchange: 4, "
-                                        "Instance: 0 has been lost.)"}));
-    EXPECT_TRUE(client.Chat().empty());
+    client.JoinChat("Lobby", 4, 0);
+    const int nav = OpenService("000D", "NAV");
+    // The rights reply (room limit, exchanges) sends the room request.
+    const std::string rights = SnacFrame(
+        "000D0009000000000000"
+        "000200010A"
+        "0003000400040000");
+    sockets.Deliver(nav, rights);
+    ASSERT_EQ(client.ChatNavIndex(), nav);
+    sockets.written.clear();
+
+    // Another reply without a room is no room: nothing is asked of BOS.
+    sockets.Deliver(nav, rights);
+    EXPECT_TRUE(sockets.TakePayloads(0).empty());
+    EXPECT_TRUE(client.JoinPending());
+
+    // A room without a cookie ends the join, not the session.
+    sockets.Deliver(nav, RoomReply(""));
+    EXPECT_TRUE(sockets.TakePayloads(0).empty());
+    EXPECT_EQ(events.Take(),
+              std::vector<std::string>{
+                  "Error(Join chat failed, the chat navigation server "
+                  "svc.example.net:5192 sent a room without a cookie., 0, 0, 000D)"});
+
+    // A room nobody asked for is not joined either.
+    sockets.Deliver(nav, RoomReply("4-0-Lobby"));
+    EXPECT_TRUE(sockets.TakePayloads(0).empty());
+}
+
+TEST_F(JoinRulesTest, EachStepOfAJoinHasItsOwnDeadline) {
+    SignOn();
+    client.JoinChat("Lobby", 4, 0);
+    const int nav = OpenService("000D", "NAV");
+    // Progress on the join's connections starts the step's time again.
+    for (int i = 1; i < TolSock::kStepSeconds; ++i)
+        client.TickSecond();
+    sockets.Deliver(nav, SnacFrame("000D0009000000000000"));
+    sockets.Deliver(nav, RoomReply("4-0-Lobby"));
+    for (int i = 1; i < TolSock::kStepSeconds; ++i)
+        client.TickSecond();
+    EXPECT_TRUE(events.log.empty());
+    client.TickSecond();
+    EXPECT_EQ(events.Take(),
+              std::vector<std::string>{"Error(Join chat failed, no answer within 15 seconds while "
+                                       "asking the BOS server for the chat service., 0, 0, )"});
+    EXPECT_FALSE(client.JoinPending());
 }
 
 }  // namespace

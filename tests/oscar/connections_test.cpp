@@ -13,6 +13,7 @@ using testing_support::ChatLineFrame;
 using testing_support::ClientTest;
 using testing_support::Frame;
 using testing_support::Greeting;
+using testing_support::RedirectFrame;
 using testing_support::SnacFrame;
 
 using ConnectionsTest = ClientTest;
@@ -26,7 +27,6 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
     EXPECT_EQ(BytesToHex(sockets.written[1].second), "2A010001000400000001");
 
     // The 65537th frame on one index carries 0 again.
-    sockets.written.clear();
     for (int i = 2; i < 65536; ++i)
         client.SendPacket(0, 2, "");
     EXPECT_EQ(BytesToHex(sockets.written.back().second), "2A02FFFF0000");
@@ -51,32 +51,17 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
     EXPECT_TRUE(sockets.written.empty());
 }
 
-TEST_F(ConnectionsTest, TheBosConnectionContinuesTheAuthorizationNumbering) {
-    client.Login("Bot", "pw", 5190, false, false, "auth.example.net");
-    sockets.Deliver(0, Greeting());                                 // numbers 0 and 1
-    sockets.Deliver(0, SnacFrame("0017000700000000000000024B59"));  // number 2
-    sockets.Deliver(
-        0, Frame(2, HexToBytes("00170003000000000000") +
-                        MakeTLV("0005", 2, "bos.example.net:5190") + MakeTLV("0006", 2, "C")));
-    sockets.written.clear();
-    sockets.Deliver(0, Greeting());
-    ASSERT_EQ(sockets.written.size(), 1u);
-    EXPECT_EQ(BytesToHex(sockets.written[0].second.substr(0, 6)), "2A0100030009");
-}
-
-TEST_F(ConnectionsTest, DataArrivalHandsOverWholeFramesInOrder) {
+TEST_F(ConnectionsTest, WholeFramesAreHandedOverInOrderOneHandlerAtATime) {
     sockets.Create(2);
     const std::string a = ChatLineFrame("ann", "one");
     const std::string b = ChatLineFrame("bob", "two");
-    const std::string c = ChatLineFrame("cat", "three");
-    const Lines expected = {"ChatMessage(2, ann, one)", "ChatMessage(2, bob, two)",
-                            "ChatMessage(2, cat, three)"};
+    const Lines expected = {"ChatMessage(2, ann, one)", "ChatMessage(2, bob, two)"};
 
-    // Two frames in one read, then one frame over two reads.
-    sockets.Deliver(2, a + b + c.substr(0, 4));
-    EXPECT_EQ(events.log.size(), 2u);
-    sockets.Deliver(2, c.substr(4));
-    EXPECT_EQ(events.Take(), expected);
+    // Two frames in one read, a third over two reads.
+    sockets.Deliver(2, a + b + a.substr(0, 4));
+    EXPECT_EQ(events.log, expected);
+    sockets.Deliver(2, a.substr(4));
+    EXPECT_EQ(events.Take().size(), 3u);
 
     // Bytes that arrive while a frame is handled wait for that handler to end.
     events.onEvent = [&](const std::string& e) {
@@ -87,46 +72,30 @@ TEST_F(ConnectionsTest, DataArrivalHandsOverWholeFramesInOrder) {
     events.onEvent = nullptr;
     EXPECT_EQ(events.Take(),
               (Lines{expected[0], "end of " + expected[0], expected[1], "end of " + expected[1]}));
-}
 
-TEST_F(ConnectionsTest, ClosingAConnectionDropsItsWaitingBytes) {
-    const int room = [&] {
-        SignOn();
-        return JoinRoom("Lobby", 4);
-    }();
-    const std::string line = ChatLineFrame("ann", "hello");
-    sockets.Deliver(room, line.substr(0, 10));
-    client.LeaveChat(room);
-    events.Take();
-    // The index is reused by a new connection: the old half frame is gone.
-    sockets.Create(room);
-    sockets.Deliver(room, line);
-    EXPECT_EQ(events.Take(), Lines{"ChatMessage(" + std::to_string(room) + ", ann, hello)"});
-
-    // A frame whose handler closes its own connection ends that read.
-    events.onEvent = [&](const std::string& e) {
-        if (e.starts_with("ChatMessage")) client.CloseSock(room);
-    };
-    sockets.Deliver(room, line + line);
-    EXPECT_EQ(events.Take().size(), 1u);
+    // Closing drops the waiting half frame: the index's next connection
+    // starts clean; a handler that closes its own connection ends the read.
+    sockets.Deliver(2, a.substr(0, 10));
+    client.CloseSock(2);
+    sockets.Create(2);
+    events.onEvent = [&](const std::string&) { client.CloseSock(2); };
+    sockets.Deliver(2, a + a);
+    EXPECT_EQ(events.Take(), Lines{expected[0]});
 }
 
 TEST_F(ConnectionsTest, RedirectsPickTheHighestFreeIndexOrANewOne) {
     SignOn();
     client.JoinChat("Lobby", 4, 0);
-    const int nav = OpenService("000D");
-    EXPECT_EQ(nav, 1);
+    EXPECT_EQ(OpenService("000D"), 1);
     EXPECT_EQ(sockets.Tag(1), "[Chat_Navigation]connected");
-    EXPECT_EQ(sockets.sockets[1].host, "svc.example.net");
-    EXPECT_EQ(sockets.sockets[1].port, 5192);
+    EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{1, "svc.example.net:5192"}));
 
-    // A room's redirect while 0 and 1 are connected: a new index, 2.
-    sockets.Deliver(
-        0, Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes("000E")) +
-                        MakeTLV("0005", 2, "chat.example.net") + MakeTLV("0006", 2, "K")));
+    // A room's redirect while 0 and 1 are connected: a new index, 2; no
+    // port means 5190.
+    sockets.Deliver(0, RedirectFrame("000E", "chat.example.net", "K"));
     EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{2, "chat.example.net:5190"}));
     EXPECT_EQ(sockets.Tag(2), "[Chat]connecting");
-    // Flags 80 00: the TLVs start two bytes later.
+    // Flags 80 00: the TLVs start after the optional block.
     sockets.Deliver(0, Frame(2, HexToBytes("000100058000000000000006") +
                                     MakeTLV("000D", 2, HexToBytes("0010")) +
                                     MakeTLV("0005", 2, "icon.example.net:5195")));
@@ -134,50 +103,37 @@ TEST_F(ConnectionsTest, RedirectsPickTheHighestFreeIndexOrANewOne) {
     client.CloseSock(3);
 
     // Index 3 exists too; closing 2 keeps its element, tag emptied.
-    const int admin = OpenService("0007");
-    EXPECT_EQ(admin, 3);
+    EXPECT_EQ(OpenService("0007"), 3);
     client.CloseSock(2);
     EXPECT_TRUE(sockets.Exists(2));
     EXPECT_EQ(sockets.Tag(2), "");
     EXPECT_EQ(OpenService("0010"), 2) << "the kept element is the first choice";
 
-    // Closing the highest index destroys its element.
+    // Closing the highest index destroys its element; element 0 is only closed.
     client.CloseSock(3);
     EXPECT_FALSE(sockets.Exists(3));
     client.CloseSock(0);
-    EXPECT_TRUE(sockets.Exists(0)) << "element 0 is only closed";
+    EXPECT_TRUE(sockets.Exists(0));
+
+    // Once 50 indexes are taken, a redirect is dropped.
+    for (int i = 0; i <= 50; ++i)
+        sockets.sockets[i].connected = true;
+    const std::size_t connects = sockets.connectLog.size();
+    sockets.Deliver(0, RedirectFrame("0007", "s.example.net:1"));
+    EXPECT_EQ(sockets.connectLog.size(), connects);
+    EXPECT_FALSE(sockets.Exists(51));
 }
 
-TEST_F(ConnectionsTest, AConnectionStillOpeningIsNotReused) {
+TEST_F(ConnectionsTest, EachGreetingIsAnsweredWithItsOwnRedirectsCookie) {
     SignOn();
     sockets.connectAtOnce = false;
-    auto redirect = [&](const char* family) {
-        sockets.Deliver(
-            0,
-            Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes(family)) +
-                         MakeTLV("0005", 2, "s.example.net:1") + MakeTLV("0006", 2, family)));
-        return sockets.connectLog.back().first;
-    };
-    EXPECT_EQ(redirect("0007"), 1);
-    EXPECT_EQ(redirect("0010"), 2);
-    // Each greeting is answered with its own redirect's cookie.
+    sockets.Deliver(0, RedirectFrame("0007", "s.example.net:1", "0007"));
+    sockets.Deliver(0, RedirectFrame("0010", "s.example.net:1", "0010"));
     sockets.sockets[1].connected = sockets.sockets[2].connected = true;
     sockets.Deliver(1, Greeting());
     EXPECT_EQ(sockets.TakePayloads(1), Lines{"000000010006000430303037"});
     sockets.Deliver(2, Greeting());
     EXPECT_EQ(sockets.TakePayloads(2), Lines{"000000010006000430303130"});
-}
-
-TEST_F(ConnectionsTest, NoIndexBeyondFiftyIsCreated) {
-    SignOn();
-    for (int i = 1; i <= 50; ++i)
-        sockets.sockets[i].connected = true;
-    const std::size_t connects = sockets.connectLog.size();
-    sockets.Deliver(
-        0, Frame(2, HexToBytes("00010005000000000000") + MakeTLV("000D", 2, HexToBytes("0007")) +
-                        MakeTLV("0005", 2, "s.example.net:1")));
-    EXPECT_EQ(sockets.connectLog.size(), connects);
-    EXPECT_FALSE(sockets.Exists(51));
 }
 
 TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
@@ -187,7 +143,6 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
     const int icon = OpenService("0010");
     const int email = OpenService("0018");
     events.Take();
-    ASSERT_EQ(client.Chat().size(), 1u);
 
     sockets.Fail(room);
     EXPECT_EQ(
@@ -210,7 +165,7 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
     EXPECT_EQ(client.ChatNavIndex(), 0);
 }
 
-TEST_F(ConnectionsTest, LeaveChatByIndexRaisesLeftChatPerRoomAndClosesOnce) {
+TEST_F(ConnectionsTest, LeaveChatLeavesEveryRoomOfTheIndexOrName) {
     sockets.Create(2);
     sockets.Create(3);
     auto room = [](const char* name, int index) {
@@ -223,19 +178,15 @@ TEST_F(ConnectionsTest, LeaveChatByIndexRaisesLeftChatPerRoomAndClosesOnce) {
     client.LeaveChat(2);
     EXPECT_EQ(events.Take(), (Lines{"LeftChat(One, 0, 0, 2)", "LeftChat(Three, 0, 0, 2)"}));
     EXPECT_EQ(sockets.sockets[2].closes, 1);
-    ASSERT_EQ(client.Chat().size(), 1u);
-    EXPECT_EQ(client.Chat()[0].ChatName, "Two");
-
     client.LeaveChat(0);
     client.LeaveChat(49);
     EXPECT_TRUE(events.log.empty());
-
-    // By name: every room of that name, whatever its index.
     client.LeaveChat(0, " t W o");
     EXPECT_EQ(events.Take(), Lines{"LeftChat(Two, 0, 0, 3)"});
+    EXPECT_TRUE(client.Chat().empty());
 }
 
-TEST_F(ConnectionsTest, ResetsCloseEverythingAndLogOffSaysSo) {
+TEST_F(ConnectionsTest, LogOffClosesEverythingAndSaysSo) {
     SignOn();
     JoinRoom("Lobby", 4);
     events.Take();
@@ -246,18 +197,9 @@ TEST_F(ConnectionsTest, ResetsCloseEverythingAndLogOffSaysSo) {
     EXPECT_FALSE(client.LoggedInState());
     EXPECT_EQ(sockets.sockets.size(), 1u) << "only element 0 is left";
     EXPECT_FALSE(sockets.IsConnected(0));
-
-    // A sign-off frame on index 0 once signed on ends the session, saying so.
-    SignOn();
-    sockets.Deliver(0, Frame(4, ""));
-    EXPECT_EQ(events.Take(), std::vector<std::string>{"ConnectionLost(0, Signed off by the "
-                                                      "server: the server is stopping or "
-                                                      "restarting.)"});
-    EXPECT_FALSE(client.LoggedInState());
-    EXPECT_FALSE(sockets.IsConnected(0));
 }
 
-TEST_F(ConnectionsTest, QueuedAdminRequestsWaitForTheAdminConnection) {
+TEST_F(ConnectionsTest, AdminRequestsWaitForTheAdminConnection) {
     SignOn();
     client.ChangeEmail(" new@example.net ");
     client.FormatScreenname("Bot Name");
@@ -271,12 +213,12 @@ TEST_F(ConnectionsTest, QueuedAdminRequestsWaitForTheAdminConnection) {
     const int admin = OpenService("0007");
     const Lines sent = sockets.TakePayloads(admin);
     ASSERT_GE(sent.size(), 7u);
-    const Lines queued(sent.end() - 7, sent.end());
-    EXPECT_EQ(queued, (Lines{"000700040000000000040011000F6E6577406578616D706C652E6E6574",
-                             "0007000400000000000400010008426F74204E616D65",
-                             "000700040000000000040012000773656372657431000200056E65777077",
-                             "00070004000000000004001300020003", "0007000200000000000200110000",
-                             "0007000200000000000200010000", "0007000200000000000200130000"}));
+    EXPECT_EQ(Lines(sent.end() - 7, sent.end()),
+              (Lines{"000700040000000000040011000F6E6577406578616D706C652E6E6574",
+                     "0007000400000000000400010008426F74204E616D65",
+                     "000700040000000000040012000773656372657431000200056E65777077",
+                     "00070004000000000004001300020003", "0007000200000000000200110000",
+                     "0007000200000000000200010000", "0007000200000000000200130000"}));
 
     // Once the connection is there, requests go at once.
     client.ChangePassword("pw2");
@@ -284,19 +226,14 @@ TEST_F(ConnectionsTest, QueuedAdminRequestsWaitForTheAdminConnection) {
     EXPECT_EQ(sockets.TakePayloads(admin),
               (Lines{"00070004000000000004000200037077320012000773656372657431",
                      "0007000200000000000400010000"}));
-}
 
-TEST_F(ConnectionsTest, SendPendingAdminWithoutAConnectionForgetsTheQueue) {
-    SignOn();
-    client.FormatScreenname("Bot Name");
+    // Without the connection, sending the queue forgets it.
+    sockets.Fail(admin);
     client.RequestNick();
-    sockets.written.clear();
     client.SendPendingAdmin();
-    EXPECT_TRUE(sockets.written.empty());
-    const int admin = OpenService("0007");
-    for (const std::string& payload : sockets.TakePayloads(admin)) {
+    const int again = OpenService("0007");
+    for (const std::string& payload : sockets.TakePayloads(again))
         EXPECT_FALSE(payload.starts_with("0007")) << payload;
-    }
 }
 
 }  // namespace

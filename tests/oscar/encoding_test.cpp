@@ -1,79 +1,41 @@
+// The byte-level helpers the packet code rests on (the hand-written hex of
+// the packet tests checks the common cases, these check the edges), the
+// capability block and the cutting of frames.
 #include "oscar/encoding.h"
 
 #include <gtest/gtest.h>
 
+#include "oscar/bodies.h"
+#include "oscar/frame_cutter.h"
+
 namespace oscar {
 namespace {
 
-std::string Bytes(std::initializer_list<int> values) {
-    std::string s;
-    for (int v : values)
-        s.push_back(static_cast<char>(v));
-    return s;
-}
-
-TEST(HexText, ConvertsBothWaysInEitherCase) {
-    EXPECT_EQ(HexToBytes("000d0008"), Bytes({0x00, 0x0D, 0x00, 0x08}));
-    EXPECT_EQ(HexToBytes("000D0008"), Bytes({0x00, 0x0D, 0x00, 0x08}));
-    EXPECT_EQ(BytesToHex(Bytes({0x00, 0x0D, 0x00, 0x08})), "000D0008");
-    EXPECT_EQ(BytesToHex(Bytes({0x0A})), "0A");
-    EXPECT_EQ(BytesToHex(""), "");
-
-    std::string all;
-    for (int b = 0; b < 256; ++b)
-        all.push_back(static_cast<char>(b));
-    EXPECT_EQ(HexToBytes(BytesToHex(all)), all);
-    EXPECT_EQ(BytesToHex(all).substr(0x7F * 2, 6), "7F8081");
-}
-
 TEST(HexText, SkipsBadPairsAndReadsAnOddTail) {
-    EXPECT_EQ(HexToBytes("00zz01"), Bytes({0x00, 0x01}));
+    EXPECT_EQ(HexToBytes("000d"), HexToBytes("000D"));
+    EXPECT_EQ(BytesToHex(HexToBytes("00zz01")), "0001");
     EXPECT_EQ(HexToBytes("0G"), "");
-    EXPECT_EQ(HexToBytes("0A1"), Bytes({0x0A, 0x01}));
-    EXPECT_EQ(HexToBytes("F"), Bytes({0x0F}));
+    EXPECT_EQ(BytesToHex(HexToBytes("0A1")), "0A01");
 }
 
-TEST(Numbers, WriteBigEndianAndRefuseOutOfRange) {
-    EXPECT_EQ(MakeWord(65535), Bytes({0xFF, 0xFF}));
-    EXPECT_EQ(MakeWord(256), Bytes({0x01, 0x00}));
-    EXPECT_EQ(MakeWord(0), Bytes({0x00, 0x00}));
+TEST(Numbers, RefuseOutOfRangeAndShortInput) {
+    EXPECT_EQ(BytesToHex(*MakeWord(65535)), "FFFF");
     EXPECT_FALSE(MakeWord(65536));
     EXPECT_FALSE(MakeWord(-1));
-
-    EXPECT_EQ(MakeDWord(266), Bytes({0x00, 0x00, 0x01, 0x0A}));
-    EXPECT_EQ(MakeDWord(4294967295.0), Bytes({0xFF, 0xFF, 0xFF, 0xFF}));
-    EXPECT_EQ(MakeDWord(65536.0), Bytes({0x00, 0x01, 0x00, 0x00}));
+    EXPECT_EQ(BytesToHex(*MakeDWord(4294967295.0)), "FFFFFFFF");
     EXPECT_FALSE(MakeDWord(4294967296.0));
     EXPECT_FALSE(MakeDWord(-1.0));
-
-    EXPECT_EQ(MakeByte(255), Bytes({0xFF}));
     EXPECT_EQ(MakeByte(256), "");
     EXPECT_EQ(MakeByte(-1), "");
+    EXPECT_EQ(ReadWord(HexToBytes("FFFE03")), 0xFFFE);
+    EXPECT_FALSE(ReadWord(HexToBytes("01")));
+    EXPECT_EQ(ReadDWord(HexToBytes("80000001")), 0x80000001u);
+    EXPECT_FALSE(ReadDWord(HexToBytes("010203")));
 }
 
-TEST(Numbers, ReadBigEndianAndFailOnShortInput) {
-    EXPECT_EQ(ReadWord(Bytes({0x01, 0x02, 0x03})), 0x0102);
-    EXPECT_EQ(ReadWord(Bytes({0xFF, 0xFE})), 0xFFFE);
-    EXPECT_FALSE(ReadWord(Bytes({0x01})));
-    EXPECT_EQ(ReadDWord(Bytes({0x80, 0x00, 0x00, 0x01})), 0x80000001u);
-    EXPECT_FALSE(ReadDWord(Bytes({0x01, 0x02, 0x03})));
-}
-
-TEST(SnacKeys, NameFamilyAndSubtype) {
-    EXPECT_EQ(SnacKey(HexToBytes("00170003000000000000")), "00170003");
-    EXPECT_EQ(SnacKey(HexToBytes("000E0006")), "000E0006");
-    // Too short for a whole key: a shorter text that matches no handler.
-    EXPECT_EQ(SnacKey(HexToBytes("000E00")), "000E00");
-    EXPECT_EQ(SnacKey(""), "");
-}
-
-TEST(MakeTLV, WritesTypeLengthAndValue) {
-    EXPECT_EQ(MakeTLV("0001", 2, "abc"), HexToBytes("00010003616263"));
-    EXPECT_EQ(MakeTLV("", 1, "abc"), HexToBytes("03616263"));
-    EXPECT_EQ(MakeTLV("0001", 4, "abc"), HexToBytes("000100000003616263"));
+TEST(MakeTLV, RefusesValuesTooLongForTheirLengthField) {
+    EXPECT_EQ(BytesToHex(MakeTLV("0001", 4, "a")), "00010000000161");
     EXPECT_EQ(MakeTLV("0001", 3, "abc"), "");
-    EXPECT_EQ(MakeTLV("004C", 2, ""), HexToBytes("004C0000"));
-    // Values too long for their length field are refused.
     EXPECT_EQ(MakeTLV("", 1, std::string(256, 'x')), "");
     EXPECT_EQ(MakeTLV("", 1, std::string(255, 'x')).size(), 256u);
     EXPECT_EQ(MakeTLV("0002", 2, std::string(65536, 'x')), "");
@@ -82,68 +44,96 @@ TEST(MakeTLV, WritesTypeLengthAndValue) {
 
 TEST(ParseTLVs, ReadsAtMost101AndLeavesTheRest) {
     std::string data;
-    for (int i = 0; i < 150; ++i) {
-        data += Bytes({0x00, i, 0x00, 0x01, i});
-    }
+    for (int i = 0; i < 150; ++i)
+        data += HexToBytes("00") + static_cast<char>(i) + HexToBytes("0001") + static_cast<char>(i);
     TLVList list = {"kept"};
     ParseTLVs(data, list);
     ASSERT_EQ(list.size(), 1u + 202u);
     EXPECT_EQ(list[0], "kept");
-    EXPECT_EQ(list[1], Bytes({0x00, 0x00}));
-    EXPECT_EQ(list[2], Bytes({0x00}));
-    EXPECT_EQ(list[201], Bytes({0x00, 100}));
-    EXPECT_EQ(list[202], Bytes({100}));
-    ASSERT_EQ(data.size(), 49u * 5u);
-    EXPECT_EQ(data.substr(0, 5), Bytes({0x00, 101, 0x00, 0x01, 101}));
+    EXPECT_EQ(BytesToHex(list[201] + list[202]), "006464");
+    EXPECT_EQ(BytesToHex(data.substr(0, 5)), "0065000165");
+    EXPECT_EQ(data.size(), 49u * 5u);
 }
 
-TEST(ParseTLVs, KeepsWhatATruncatedTLVHolds) {
-    // Length 5 but only 2 value bytes follow.
-    std::string data = HexToBytes("000100036162630002000578");
-    TLVList list;
-    ParseTLVs(data, list);
-    ASSERT_EQ(list.size(), 4u);
-    EXPECT_EQ(list[1], "abc");
-    EXPECT_EQ(list[2], HexToBytes("0002"));
-    EXPECT_EQ(list[3], "x");
-    EXPECT_TRUE(data.empty());
+TEST(ParseTLVs, KeepsWhatATruncatedTLVHoldsAndCountedBlocksStop) {
+    // Length 5 but one value byte follows; then a tail too short for a length.
+    for (const auto& [hex, expected] :
+         {std::pair<const char*, const char*>{"0002000578", "0002|78"}, {"000100", "0001|"}}) {
+        std::string data = HexToBytes(hex);
+        TLVList list;
+        ParseTLVs(data, list);
+        ASSERT_EQ(list.size(), 2u) << hex;
+        EXPECT_EQ(BytesToHex(list[0]) + "|" + BytesToHex(list[1]), expected);
+        EXPECT_TRUE(data.empty());
+    }
 
-    // A tail too short for a length field gives its type bytes and no value.
-    std::string tail = HexToBytes("000100");
-    list.clear();
-    ParseTLVs(tail, list);
-    ASSERT_EQ(list.size(), 2u);
-    EXPECT_EQ(list[0], HexToBytes("0001"));
-    EXPECT_EQ(list[1], "");
-    EXPECT_TRUE(tail.empty());
-
-    std::string empty;
-    ParseTLVs(empty, list);
-    EXPECT_EQ(list.size(), 2u);
-}
-
-TEST(ParseTLVs, CountedBlockStopsAfterItsCount) {
     std::string data = HexToBytes("00010001610002000162000300016300");
     TLVList list;
     ParseTLVsCounted(data, 2, list);
     ASSERT_EQ(list.size(), 4u);
     EXPECT_EQ(list[3], "b");
-    EXPECT_EQ(data, HexToBytes("000300016300"));
-
-    std::string shortData = HexToBytes("0001000161");
-    list.clear();
-    ParseTLVsCounted(shortData, 5, list);
-    EXPECT_EQ(list.size(), 2u);
-    EXPECT_TRUE(shortData.empty());
-
-    EXPECT_EQ(FindTLV(list, HexToBytes("0001")), "a");
-    EXPECT_FALSE(FindTLV(list, HexToBytes("0002")));
+    EXPECT_EQ(BytesToHex(data), "000300016300");
+    EXPECT_EQ(FindTLV(list, HexToBytes("0002")), "b");
+    EXPECT_FALSE(FindTLV(list, HexToBytes("0004")));
 }
 
 TEST(FamilyName, UsesTheTableAndABareFallback) {
-    EXPECT_EQ(FamilyName(HexToBytes("000D")), "[Chat_Navigation]");
     EXPECT_EQ(FamilyName(HexToBytes("00A0")), "[Unknown[00A0]]");
     EXPECT_EQ(FamilyName(HexToBytes("0025")), "Unknown[0025]");
+}
+
+TEST(Capabilities, FollowTheTwoOptions) {
+    const std::string both = BuildCapabilities(0, {}, {true, true});
+    ASSERT_EQ(both.size(), 272u);
+    EXPECT_EQ(BytesToHex(both.substr(0, 16)), "094601054C7F11D18222444553540000");
+    EXPECT_EQ(BytesToHex(both.substr(14 * 16, 16)), "748F2420628711D18222444553540000");
+    EXPECT_EQ(BytesToHex(both.substr(256)), "094600014C7F11D18222444553540000");
+    EXPECT_EQ(BuildCapabilities(0, {}, {true, false}).size(), 256u);
+    EXPECT_EQ(BuildCapabilities(0, {}, {false, false}), "");
+
+    const std::vector<std::string> ids = {"00112233445566778899AABBCCDDEEFF", "0102"};
+    EXPECT_EQ(BytesToHex(BuildCapabilities(1, ids, {true, true})),
+              "00112233445566778899AABBCCDDEEFF0102");
+    EXPECT_EQ(BuildCapabilities(2, ids, {true, true}), "");
+}
+std::string FrameOf(int channel, const std::string& payload) {
+    return "*" + MakeByte(channel) + Word(7) + Word(static_cast<std::uint16_t>(payload.size())) +
+           payload;
+}
+
+TEST(FrameCutter, GivesTheSameWholeFramesWhateverTheReadSizes) {
+    // No check of the start byte: the length field alone decides; the
+    // largest frame a length field can give comes whole too.
+    const std::vector<std::string> frames = {FrameOf(2, "first"),
+                                             FrameOf(2, std::string(0xFFFF, 'x')), FrameOf(1, "\1"),
+                                             FrameOf(4, ""), HexToBytes("00000000000161")};
+    std::string stream;
+    for (const std::string& f : frames)
+        stream += f;
+    for (std::size_t piece : {stream.size(), std::size_t{1}, std::size_t{3}, std::size_t{64}}) {
+        FrameCutter cutter;
+        std::vector<std::string> cut;
+        for (std::size_t pos = 0; pos < stream.size(); pos += piece) {
+            cutter.Append(std::string_view(stream).substr(pos, piece));
+            while (auto frame = cutter.Next())
+                cut.push_back(*frame);
+        }
+        EXPECT_EQ(cut, frames) << "reads of " << piece;
+        EXPECT_EQ(cutter.Waiting(), 0u);
+    }
+}
+
+TEST(FrameCutter, AFragmentWaitsUntilCleared) {
+    // A 4-byte fragment (a cut-short sign-off frame) waits and spoils nothing.
+    FrameCutter cutter;
+    cutter.Append(HexToBytes("2A040001"));
+    EXPECT_FALSE(cutter.Next());
+    EXPECT_EQ(cutter.Waiting(), 4u);
+    cutter.Clear();
+    const std::string frame = FrameOf(2, "hello");
+    cutter.Append(frame);
+    EXPECT_EQ(cutter.Next(), frame);
+    EXPECT_FALSE(cutter.Next());
 }
 
 }  // namespace

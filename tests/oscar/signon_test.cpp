@@ -1,8 +1,8 @@
 // The sign-on on index 0, frame by frame, with the bytes the client answers.
 #include <gtest/gtest.h>
 
-#include "oscar/bodies.h"
-#include "oscar/login_request.h"
+#include <QCryptographicHash>
+
 #include "support/client_fixture.h"
 
 namespace oscar {
@@ -47,8 +47,15 @@ TEST_F(SignOnTest, TheAuthorizationExchange) {
     sockets.Deliver(0, Frame(2, HexToBytes("001700070000000000000010") + key + "trailing"));
     const Lines sent = sockets.TakePayloads(0);
     ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(sent[0], BytesToHex(BuildLoginRequest("Bot Name", "secret1", key)));
-    EXPECT_EQ(sent[0].substr(20 + 24 + 8, 32), BytesToHex(LoginHash(key, "secret1")));
+    // The request names the account and hashes that key (Qt's MD5 as the
+    // reference); the rest of its bytes are the login request test's.
+    const auto md5 = [](const std::string& bytes) {
+        return QCryptographicHash::hash(QByteArray::fromStdString(bytes), QCryptographicHash::Md5)
+            .toStdString();
+    };
+    EXPECT_EQ(sent[0].substr(0, 52), "0017000200000000000100010008426F74204E616D6500250010");
+    EXPECT_EQ(sent[0].substr(52, 32),
+              BytesToHex(md5(key + md5("secret1") + "AOL Instant Messenger (SM)")));
 
     const int closes = sockets.sockets[0].closes;
     sockets.Deliver(0, GoodReply());
@@ -57,8 +64,11 @@ TEST_F(SignOnTest, TheAuthorizationExchange) {
     EXPECT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{0, "bos.example.net:5190"}));
     EXPECT_EQ(sockets.sockets[0].closes, closes + 1);
 
-    // The BOS greeting is answered with the 256-byte cookie.
+    // The BOS greeting is answered with the 256-byte cookie, numbered on
+    // from the authorization's frames.
     sockets.Deliver(0, Greeting());
+    ASSERT_EQ(sockets.written.size(), 1u);
+    EXPECT_EQ(BytesToHex(sockets.written[0].second.substr(0, 6)), "2A0100030108");
     EXPECT_EQ(sockets.TakePayloads(0),
               Lines{"0000000100060100" + BytesToHex(std::string(256, '\x5A'))});
 }

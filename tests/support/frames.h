@@ -39,6 +39,17 @@ inline std::string ChatLineFrame(const std::string& sender, const std::string& t
                         MakeTLV("0005", 2, MakeTLV("0002", 2, charset) + MakeTLV("0001", 2, text)));
 }
 
+// A BOS redirect to the service `familyHex` at `address`, with a cookie
+// when one is given.
+inline std::string RedirectFrame(const std::string& familyHex, const std::string& address,
+                                 const std::string& cookie = "") {
+    using oscar::MakeTLV;
+    return Frame(2, oscar::HexToBytes("00010005000000000000") +
+                        MakeTLV("000D", 2, oscar::HexToBytes(familyHex)) +
+                        MakeTLV("0005", 2, address) +
+                        (cookie.empty() ? std::string() : MakeTLV("0006", 2, cookie)));
+}
+
 // What the servers send on index 0 for a whole sign-on, from the
 // authorization greeting to the BOS rights reply.
 inline std::vector<std::string> SignOnFrames() {
