@@ -152,4 +152,43 @@ TEST_F(RatesServerTest, LinesCarryTheNarrowestCharsetAndIncomingUtf16IsDecoded) 
                                        HexToBytes("C76120766120803F") + ")"});
 }
 
+// The local server holds its players to the rate classes and echoes as real
+// servers do; the tests above rely on both.
+TEST_F(RatesServerTest, TheServerDropsAnUnpacedFloodPastTheLimitThenDisconnects) {
+    // Without a clock the client writes every line at once.
+    const int room = Enter(bot);
+    ASSERT_NE(room, 0);
+    for (int i = 0; i < 160; ++i)
+        bot.client.SendChat(room, "burst " + std::to_string(i));
+    ASSERT_TRUE(WaitFor([&] { return bot.client.Chat().empty(); }));
+    // 6000 * (79/80)^n: below the alert level (2000) at the 88th line, below
+    // the limit (1500) at the 111th, below the disconnect level at the 143rd.
+    EXPECT_GE(BotLines().size(), 105u);
+    EXPECT_LE(BotLines().size(), 112u);
+    EXPECT_EQ(server.RateNotices(), (std::vector<int>{2, 3}));
+    EXPECT_GE(server.DroppedSnacs(), 30);
+    EXPECT_EQ(server.SignedOn(), Lines{"scramblebot"}) << "BOS stays";
+}
+
+TEST_F(RatesServerTest, TheServerEchoesALineOnlyToASenderThatAsks) {
+    const int room = Enter(bot);
+    ASSERT_NE(room, 0);
+    LoopbackUser player;
+    ASSERT_NE(Enter(player, "Player Two", "pass2222"), 0);
+    bot.events.Take();
+    player.events.Take();
+    // SendChat asks with TLV 0x0006; the same line without it is not echoed.
+    bot.client.SendChat(room, "echo me");
+    bot.client.SendPacket(room, 2,
+                          HexToBytes("000E000500000000000500000000000000010003") +
+                              MakeTLV("0001", 2, "") +
+                              MakeTLV("0005", 2,
+                                      MakeTLV("0002", 2, "us-ascii") + MakeTLV("0003", 2, "en") +
+                                          MakeTLV("0001", 2, "quiet")));
+    ASSERT_TRUE(WaitFor([&] { return player.Count("ChatMessage(") == 2; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bot.events.Take(),
+              Lines{"ChatMessage(" + std::to_string(room) + ", Scramble Bot, echo me)"});
+}
+
 }  // namespace
