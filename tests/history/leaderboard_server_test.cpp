@@ -22,21 +22,20 @@ class LeaderboardServerTest : public ::testing::Test {
     // Sends `request` and reads until the server closes or `until` appears.
     QByteArray Exchange(const QByteArray& request, const QByteArray& until = {}) {
         socket.connectToHost(QHostAddress::LocalHost, server.Port());
+        if (!socket.waitForConnected(5000)) return {};
+        socket.write(request);
+        return ReadUntil(until);
+    }
+    QByteArray ReadUntil(const QByteArray& until) {
         QByteArray reply;
         QElapsedTimer clock;
         clock.start();
-        bool sent = false;
-        while (clock.elapsed() < 5000) {
+        while (clock.elapsed() < 5000 && socket.state() != QAbstractSocket::UnconnectedState &&
+               (until.isEmpty() || !reply.contains(until))) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-            if (!sent && socket.state() == QAbstractSocket::ConnectedState) {
-                socket.write(request);
-                sent = true;
-            }
             reply += socket.readAll();
-            if (sent && socket.state() == QAbstractSocket::UnconnectedState) break;
-            if (!until.isEmpty() && reply.contains(until)) break;
         }
-        return reply;
+        return reply + socket.readAll();
     }
 
     QTemporaryDir dir;
@@ -81,13 +80,7 @@ TEST_F(LeaderboardServerTest, TheEventStreamCarriesTheGameAfterEachEvent) {
 
     live.puzzle = "Unscramble: arbze";
     service.PuzzlePosted("zebra", "Animals", 0, 5);
-    QByteArray next;
-    QElapsedTimer clock;
-    clock.start();
-    while (!next.contains("\n\n") && clock.elapsed() < 5000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        next += socket.readAll();
-    }
+    const QByteArray next = ReadUntil("\n\n");
     EXPECT_TRUE(next.startsWith("data: {\"puzzle\":\"Unscramble: arbze\"")) << next.toStdString();
 }
 
