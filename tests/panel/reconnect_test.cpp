@@ -25,7 +25,7 @@ class ReconnectTest : public testing_support::ServerWindow {
         ASSERT_TRUE(SignOn());
         ASSERT_TRUE(Join());
         bot.game.Lists().lstWords().AppendAll({"giraffe", "zebra", "otter"});
-        bot.game.cmdAutoSendOn_Click();
+        QTest::mouseClick(window.mainGame->cmdAutoSendOn, Qt::LeftButton);
         ASSERT_TRUE(WaitFor([&] { return BotLines() == before + 2; }));  // banner, puzzle
     }
     // Lets the wait run out: the next try starts.
