@@ -21,7 +21,6 @@ class ServerWindow : public WindowTest {
     void ClickSignOn(quint16 port, const QString& password = "secret1") {
         window.connection->txtSN->setText("Scramble Bot");
         window.connection->txtPW->setText(password);
-        window.connection->cmbServers->setEditText("127.0.0.1");
         window.connection->txtPort->setText(QString::number(port));
         QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
     }

@@ -47,16 +47,6 @@ TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
                                         "You cannot have an idle timer of 0 or less."}));
 }
 
-TEST_F(WindowTest, SetUserShowsThePlainNameInTheProfile) {
-    window.other->txtUser->setText("  <b>Bob</b> ");
-    QTest::mouseClick(window.other->cmdSetUser, Qt::LeftButton);
-    EXPECT_TRUE(
-        bot.session.Profile().ends_with("<hr><br>User: <font color=red>Bob</font></body></html>"));
-    window.other->txtUser->setText("   ");
-    QTest::mouseClick(window.other->cmdSetUser, Qt::LeftButton);
-    EXPECT_EQ(bot.session.UserName(), "Bob");
-}
-
 TEST_F(WindowTest, FontsAndErrorsPanels) {
     window.fonts->chkBold->setChecked(true);
     window.fonts->txtFontColor->setText("ff0000");
