@@ -5,40 +5,21 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "game/chat_commands.h"
-#include "game/game.h"
 #include "history/history.h"
-#include "support/fake_chat.h"
-#include "support/fake_dialogs.h"
-#include "support/fake_timer.h"
+#include "history/topic_game.h"
 
 namespace {
 
 using namespace testing_support;
 
-class GameHistory : public ::testing::Test {
+class GameHistory : public ::testing::Test, protected TopicGame {
   protected:
-    GameHistory() {
+    GameHistory() : TopicGame(7, {"giraffe", "zebra, striped", "otter"}) {
         game.SetHistory(&record);
         commands.SetHistory(&record);
-        game::TopicClass topic;
-        topic.SetTopicName("Animals");
-        for (const char* word : {"giraffe", "zebra, striped", "otter"})
-            topic.AddWord(word);
-        game.Lists().AddLoadedTopic(std::move(topic));
-        game.Lists().AddTopicList("Animals");
-        game.SignedOn = true;
         game.ScoreLimit = 2;
     }
 
-    FakeDialogs dialogs;
-    FakeChat chat;
-    game::RandomSource random{7};
-    game::StringList errors;
-    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
-    game::Console console;
-    game::Game game{{dialogs, chat, random, errors, tmrMsgPause, tmrIdle, tmrTopics, [] {}}};
-    game::ChatCommands commands{game, console, tmrCcoms, tmrCcom2};
     // Tuesday 9 January 2024, noon UTC.
     history::Millis now = 1704801600000;
     history::History record{[this] { return now; }};

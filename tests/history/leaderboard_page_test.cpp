@@ -55,8 +55,14 @@ class Browser {
         if (out_ >= 0) close(out_);
         if (in_ >= 0) close(in_);
         if (pid_ > 0) {
-            kill(pid_, SIGKILL);
-            waitpid(pid_, nullptr, 0);
+            // SIGTERM lets it end its own helper processes.
+            kill(pid_, SIGTERM);
+            for (int i = 0; i < 50 && waitpid(pid_, nullptr, WNOHANG) == 0; ++i)
+                QThread::msleep(100);
+            if (waitpid(pid_, nullptr, WNOHANG) == 0) {
+                kill(pid_, SIGKILL);
+                waitpid(pid_, nullptr, 0);
+            }
         }
     }
 

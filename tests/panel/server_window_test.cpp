@@ -50,34 +50,6 @@ TEST_F(ServerWindow, SignOnJoinTalkLeaveAndSignOff) {
     EXPECT_TRUE(dialogs.messages.empty());
 }
 
-TEST_F(ServerWindow, SignedOnElsewhereEndsTheSessionInEveryPanelAndSaysWhy) {
-    ASSERT_TRUE(SignOn());
-    ASSERT_TRUE(Join());
-    ASSERT_TRUE(WaitFor([&] { return People() == 2; }));
-    bot.game.AutoSend(1);
-
-    QtSocketLayer otherSockets;
-    oscar::TolSock other(otherSockets);
-    other.Login("Scramble Bot", "secret1", server.Port(), false, false, "127.0.0.1");
-
-    ASSERT_TRUE(WaitFor([&] { return Info() == "Offline."; }));
-    EXPECT_EQ(RoomStatus(), "Left chat.");
-    EXPECT_EQ(People(), 0);
-    EXPECT_FALSE(bot.game.GameOn);
-    EXPECT_FALSE(bot.game.SignedOn);
-    const auto& logged = bot.errors.Rows();
-    EXPECT_NE(std::find(logged.begin(), logged.end(),
-                        "Signed off by the server: this screen name signed on elsewhere "
-                        "(https://127.0.0.1/signed-on-elsewhere)."),
-              logged.end());
-    ASSERT_EQ(MessageTexts(),
-              std::vector<std::string>{"Connection to the main BOS server has been lost"});
-
-    // Sign On is not refused as if still signed on, and Join gets in.
-    ASSERT_TRUE(SignOn());
-    EXPECT_TRUE(Join());
-}
-
 TEST_F(ServerWindow, ASignOnThatCannotGoOnSaysWhyAndMayBeRetried) {
     ClickSignOn(server.Port(), "wrong1");
     EXPECT_EQ(Info(), "Logging in...");
@@ -109,18 +81,41 @@ TEST_F(ServerWindow, ASignOnThatCannotGoOnSaysWhyAndMayBeRetried) {
     EXPECT_TRUE(MessageTexts().empty());
 }
 
-TEST_F(ServerWindow, TheRoomStatusTellsRefusedJoinsASecondJoinAndSignOff) {
+TEST_F(ServerWindow, RoomStatusAndPanelsFollowJoinsASignOnElsewhereAndSignOff) {
     ASSERT_TRUE(SignOn());
     ClickJoin("Nowhere", "5");
     ASSERT_TRUE(WaitFor([&] { return RoomStatus() != "Joining chat..."; }));
     EXPECT_EQ(RoomStatus(), "Join chat failed, no such room on that exchange. Error code: 20");
-
     ClickJoin("Word Games");
     ClickJoin("Word Games");
     EXPECT_EQ(MessageTexts(), std::vector<std::string>{"A join is already under way: wait until "
                                                        "it has joined or failed."});
     ASSERT_TRUE(WaitForRoomStatus("Joined 'Word Games'!"));
+    ASSERT_TRUE(WaitFor([&] { return People() == 2; }));
+    bot.game.AutoSend(1);
 
+    // The same screen name signs on elsewhere: every panel shows the end.
+    dialogs.messages.clear();
+    QtSocketLayer otherSockets;
+    oscar::TolSock other(otherSockets);
+    other.Login("Scramble Bot", "secret1", server.Port(), false, false, "127.0.0.1");
+    ASSERT_TRUE(WaitFor([&] { return Info() == "Offline."; }));
+    EXPECT_EQ(RoomStatus(), "Left chat.");
+    EXPECT_EQ(People(), 0);
+    EXPECT_FALSE(bot.game.GameOn);
+    EXPECT_FALSE(bot.game.SignedOn);
+    const auto& logged = bot.errors.Rows();
+    EXPECT_NE(std::find(logged.begin(), logged.end(),
+                        "Signed off by the server: this screen name signed on elsewhere "
+                        "(https://127.0.0.1/signed-on-elsewhere)."),
+              logged.end());
+    ASSERT_EQ(MessageTexts(),
+              std::vector<std::string>{"Connection to the main BOS server has been lost"});
+
+    // Sign On is not refused as if still signed on, Join gets in, and Sign
+    // Off leaves the room.
+    ASSERT_TRUE(SignOn());
+    ASSERT_TRUE(Join());
     QTest::mouseClick(window.connection->cmdSignOff, Qt::LeftButton);
     EXPECT_EQ(Info(), "Offline.");
     EXPECT_EQ(RoomStatus(), "Left chat.");
