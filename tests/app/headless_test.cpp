@@ -63,16 +63,14 @@ TEST(Headless, PlaysAGameToAWinnerWithoutADisplayAndSignsOffOnSigterm) {
     const QByteArray port = transcript.mid(at, transcript.indexOf('\n', at) - at);
 
     QTemporaryDir folder;
-    QFile settings(folder.filePath("settings"));
-    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-    settings.write("sn:Scramble Bot\r\nserver:127.0.0.1\r\nport:" + port +
-                   "\r\nchat:Word Games\r\nex:4\r\nmsgdelay:1\r\nscore:2\r\nidle:5\r\n"
-                   "topic:animals:" TOPICS_DIR "/animals.csv\r\n");
-    settings.close();
-    QFile password(folder.filePath("password"));
-    ASSERT_TRUE(password.open(QIODevice::WriteOnly));
-    password.write("secret1\n");
-    password.close();
+    const auto write = [&](const char* name, const QByteArray& bytes) {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    };
+    ASSERT_TRUE(write("settings", "sn:Scramble Bot\r\nserver:127.0.0.1\r\nport:" + port +
+                                      "\r\nchat:Word Games\r\nex:4\r\nmsgdelay:1\r\nscore:2\r\n"
+                                      "idle:5\r\ntopic:animals:" TOPICS_DIR "/animals.csv\r\n"));
+    ASSERT_TRUE(write("password", "secret1\n"));
 
     QProcess bot;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();

@@ -10,12 +10,8 @@
 #include <csignal>
 #include <cstdio>
 
-#include "game/chat_commands.h"
-#include "game/game.h"
+#include "history/topic_game.h"
 #include "historydb/sql_history.h"
-#include "support/fake_chat.h"
-#include "support/fake_dialogs.h"
-#include "support/fake_timer.h"
 
 int main(int argc, char** argv) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -24,16 +20,9 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: history_crash_writer FILE\n");
         return 2;
     }
-    using namespace testing_support;
-    FakeDialogs dialogs;
-    FakeChat chat;
-    game::RandomSource random{1};
-    game::StringList errors;
-    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
-    game::Console console;
-    game::Game game{{dialogs, chat, random, errors, tmrMsgPause, tmrIdle, tmrTopics, [] {}}};
-    game::ChatCommands commands{game, console, tmrCcoms, tmrCcom2};
-
+    testing_support::TopicGame played(
+        1, {"giraffe", "zebra", "otter", "lynx", "yak", "emu", "ibis", "newt"});
+    game::Game& game = played.game;
     history::History record{[] {
         return std::chrono::duration_cast<std::chrono::milliseconds>(
                    std::chrono::system_clock::now().time_since_epoch())
@@ -50,13 +39,6 @@ int main(int argc, char** argv) {
         credited += p.winner >= 0;
     game.SetHistory(&record);
 
-    game::TopicClass topic;
-    topic.SetTopicName("Animals");
-    for (const char* word : {"giraffe", "zebra", "otter", "lynx", "yak", "emu", "ibis", "newt"})
-        topic.AddWord(word);
-    game.Lists().AddLoadedTopic(std::move(topic));
-    game.Lists().AddTopicList("Animals");
-    game.SignedOn = true;
     game.SendPause = 0;
     game.IdleTime = 0;
     game.ScoreLimit = 5;
@@ -66,14 +48,14 @@ int main(int argc, char** argv) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     for (long turn = 0; std::chrono::steady_clock::now() < end; ++turn) {
         if (game.PendingAnswer() && turn % 7 != 6) {
-            commands.ChatMessage(1, players[turn % 5], *game.PendingAnswer());
+            played.commands.ChatMessage(1, players[turn % 5], *game.PendingAnswer());
             std::printf("credited %ld\n", ++credited);
             std::fflush(stdout);
-            tmrMsgPause.Tick();
+            played.tmrMsgPause.Tick();
         } else {
-            tmrIdle.Tick();
+            played.tmrIdle.Tick();
         }
-        chat.sent.clear();
+        played.chat.sent.clear();
     }
     return 0;
 }

@@ -1,5 +1,6 @@
-// The leaderboard's HTTP server on loopback: each route, odd and hostile
-// requests answered with a status instead of a hang, and the event stream.
+// The leaderboard's HTTP server on loopback: each route, and odd and hostile
+// requests answered with a status instead of a hang. The event stream is
+// followed by the browser in the page test.
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -19,24 +20,19 @@ class LeaderboardServerTest : public ::testing::Test {
         EXPECT_TRUE(server.Listen(QHostAddress::LocalHost, 0, error)) << error.toStdString();
     }
 
-    // Sends `request` and reads until the server closes or `until` appears.
-    QByteArray Exchange(const QByteArray& request, const QByteArray& until = {}) {
+    // Sends `request` and reads until the server closes the connection.
+    QByteArray Exchange(const QByteArray& request) {
         socket.connectToHost(QHostAddress::LocalHost, server.Port());
+        if (!socket.waitForConnected(5000)) return {};
+        socket.write(request);
         QByteArray reply;
         QElapsedTimer clock;
         clock.start();
-        bool sent = false;
-        while (clock.elapsed() < 5000) {
+        while (clock.elapsed() < 5000 && socket.state() != QAbstractSocket::UnconnectedState) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-            if (!sent && socket.state() == QAbstractSocket::ConnectedState) {
-                socket.write(request);
-                sent = true;
-            }
             reply += socket.readAll();
-            if (sent && socket.state() == QAbstractSocket::UnconnectedState) break;
-            if (!until.isEmpty() && reply.contains(until)) break;
         }
-        return reply;
+        return reply + socket.readAll();
     }
 
     QTemporaryDir dir;
@@ -70,25 +66,6 @@ TEST_F(LeaderboardServerTest, AnswersEachRouteAndRefusesWhatItDoesNotServe) {
         EXPECT_TRUE(reply.contains(c.bodyPart)) << c.request.left(60).toStdString();
         socket.abort();
     }
-}
-
-TEST_F(LeaderboardServerTest, TheEventStreamCarriesTheGameAfterEachEvent) {
-    const QByteArray first =
-        Exchange("GET /events HTTP/1.1\r\n\r\n", "\"puzzle\":\"Unscramble: kay\"");
-    EXPECT_TRUE(first.startsWith("HTTP/1.1 200 OK\r\nContent-Type: text/event-stream"));
-    EXPECT_TRUE(first.contains("data: {\"puzzle\":\"Unscramble: kay\""));
-    EXPECT_EQ(server.OpenStreams(), 1);
-
-    live.puzzle = "Unscramble: arbze";
-    service.PuzzlePosted("zebra", "Animals", 0, 5);
-    QByteArray next;
-    QElapsedTimer clock;
-    clock.start();
-    while (!next.contains("\n\n") && clock.elapsed() < 5000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        next += socket.readAll();
-    }
-    EXPECT_TRUE(next.startsWith("data: {\"puzzle\":\"Unscramble: arbze\"")) << next.toStdString();
 }
 
 }  // namespace

@@ -63,7 +63,6 @@ TEST(SqlHistory, WhatWasRecordedComesBackAfterReopening) {
     const History& r = b.record;
     ASSERT_EQ(r.Puzzles().size(), 4u);
     EXPECT_EQ(r.Words(), (std::vector<std::string>{"caf\xE9", "tea", "bun", "jam"}));
-    EXPECT_EQ(r.Topics(), std::vector<std::string>{"Food, hot"});
     EXPECT_EQ(r.Puzzles()[0].answered - r.Puzzles()[0].posted, 2500);
     EXPECT_EQ(r.Puzzles()[0].mode, 1);
     EXPECT_EQ(r.Puzzles()[1].winner, -1);
@@ -72,7 +71,6 @@ TEST(SqlHistory, WhatWasRecordedComesBackAfterReopening) {
     EXPECT_EQ(r.Players()[2].key, "zed");
     ASSERT_EQ(r.Games().size(), 2u);
     EXPECT_EQ(r.Games()[0].winners, (std::vector<int>{0, 1, 2}));
-    EXPECT_EQ(r.Games()[0].scoreLimit, 3);
     EXPECT_EQ(r.Games()[1].ended, 0);
     // The game left open stays closed to credits: this run opens its own.
     b.record.PuzzlePosted("pie", "Food, hot", 0, 3);
@@ -100,10 +98,6 @@ TEST(SqlHistory, RefusesFilesItCannotUseAndLeavesThemAlone) {
     EXPECT_FALSE(b.file);
     EXPECT_TRUE(b.error.contains("newer version")) << b.error.toStdString();
     EXPECT_EQ(Scalar(newer, "PRAGMA user_version").toInt(), 99);
-
-    Opened c(dir.filePath("no/such/folder/h.sqlite"));
-    EXPECT_FALSE(c.file);
-    EXPECT_FALSE(c.error.isEmpty());
 }
 
 TEST(SqlHistory, AKillAtAnyMomentKeepsTheFileWholeAndEveryCreditedAnswer) {

@@ -2,20 +2,15 @@
 // drops the session; the reconnect wait runs on a hand-ticked timer and clock.
 #include <gtest/gtest.h>
 
-#include "localserver/oscar_test_server.h"
-#include "support/qt_wait.h"
-#include "support/window_fixture.h"
+#include "panel/server_window.h"
 
 namespace {
 
 using testing_support::WaitFor;
 
-class ReconnectTest : public testing_support::WindowTest {
+class ReconnectTest : public testing_support::ServerWindow {
   protected:
     ReconnectTest() {
-        EXPECT_TRUE(server.Start());
-        server.AddAccount("Scramble Bot", "secret1");
-        server.AddScriptedPlayer("Word Games", "Ann Agram");
         bot.UseReconnector(tmrReconnect, [this] { return now; });
     }
     // The reconnector goes before its timer, a member of this class.
@@ -24,28 +19,13 @@ class ReconnectTest : public testing_support::WindowTest {
         bot.reconnector.reset();
     }
 
-    bool Status(const std::string& text) {
-        return WaitFor([&] {
-            return window.connection->lblInfo->text().toStdString().find(text) != std::string::npos;
-        });
-    }
-    bool InRoom() {
-        return WaitFor(
-            [&] { return window.chats->lblChatStatus->text() == "Joined 'Word Games'!"; });
-    }
     // Signs on, joins and posts the first puzzle of a running game.
     void StartGame() {
         const int before = BotLines();
-        window.connection->txtSN->setText("Scramble Bot");
-        window.connection->txtPW->setText("secret1");
-        window.connection->txtPort->setText(QString::number(server.Port()));
-        QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
-        ASSERT_TRUE(Status("Online!"));
-        window.chats->txtChat->setText("Word Games");
-        QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
-        ASSERT_TRUE(InRoom());
+        ASSERT_TRUE(SignOn());
+        ASSERT_TRUE(Join());
         bot.game.Lists().lstWords().AppendAll({"giraffe", "zebra", "otter"});
-        bot.game.cmdAutoSendOn_Click();
+        QTest::mouseClick(window.mainGame->cmdAutoSendOn, Qt::LeftButton);
         ASSERT_TRUE(WaitFor([&] { return BotLines() == before + 2; }));  // banner, puzzle
     }
     // Lets the wait run out: the next try starts.
@@ -53,14 +33,13 @@ class ReconnectTest : public testing_support::WindowTest {
         now += seconds;
         tmrReconnect.Tick();
     }
-    int BotLines() const {
-        int count = 0;
-        for (const auto& line : server.Lines())
-            count += line.sender == "Scramble Bot";
-        return count;
+    // The tries have ended, with no box, and the game with them.
+    void ExpectStopped() {
+        EXPECT_FALSE(tmrReconnect.IsEnabled());
+        EXPECT_FALSE(bot.game.GameOn);
+        EXPECT_TRUE(dialogs.messages.empty());
     }
 
-    testserver::OscarTestServer server;
     testing_support::FakeTimer tmrReconnect;
     long long now = 0;
 };
@@ -73,8 +52,8 @@ TEST_F(ReconnectTest, LostSessionOrRoomComesBackAndTheRoundGoesOn) {
     for (const testserver::Role role : {testserver::Role::Bos, testserver::Role::Chat}) {
         SCOPED_TRACE(role == testserver::Role::Bos ? "session" : "room");
         server.CloseConnection("Scramble Bot", role);
-        ASSERT_TRUE(WaitFor([&] { return window.chats->lblChatStatus->text() == "Left chat."; }));
-        ASSERT_TRUE(Status("Next try in "));
+        ASSERT_TRUE(WaitForRoomStatus("Left chat."));
+        ASSERT_TRUE(WaitForInfo("Next try in "));
         // No box; the round is frozen, not ended.
         EXPECT_TRUE(dialogs.messages.empty());
         EXPECT_FALSE(tmrIdle.IsEnabled());
@@ -84,7 +63,7 @@ TEST_F(ReconnectTest, LostSessionOrRoomComesBackAndTheRoundGoesOn) {
         EXPECT_TRUE(window.console->txtMsg->toPlainText().contains("Next try in "));
 
         WaitOut();
-        ASSERT_TRUE(InRoom());
+        ASSERT_TRUE(WaitForRoomStatus("Joined 'Word Games'!"));
         // The same puzzle stays in play with its idle count; nothing was said
         // twice (one more banner on the rejoin).
         EXPECT_TRUE(tmrIdle.IsEnabled());
@@ -100,43 +79,40 @@ TEST_F(ReconnectTest, SignedOnElsewhereAThirdTimeInTenMinutesStopsTheTries) {
     StartGame();
     for (int time = 1; time <= 3; ++time) {
         server.SignOffSession("Scramble Bot");
-        ASSERT_TRUE(WaitFor([&] { return window.chats->lblChatStatus->text() == "Left chat."; }));
+        ASSERT_TRUE(WaitForRoomStatus("Left chat."));
         if (time == 3) break;
-        ASSERT_TRUE(Status("signed on elsewhere"));
-        ASSERT_TRUE(Status("Next try in "));
+        ASSERT_TRUE(WaitForInfo("signed on elsewhere"));
+        ASSERT_TRUE(WaitForInfo("Next try in "));
         WaitOut(10);
-        ASSERT_TRUE(InRoom());
+        ASSERT_TRUE(WaitForRoomStatus("Joined 'Word Games'!"));
     }
-    ASSERT_TRUE(Status("Signed on from elsewhere three times within ten minutes"));
-    EXPECT_FALSE(tmrReconnect.IsEnabled());
-    EXPECT_FALSE(bot.game.GameOn);
-    EXPECT_TRUE(dialogs.messages.empty());
+    ASSERT_TRUE(WaitForInfo("Signed on from elsewhere three times within ten minutes"));
+    ExpectStopped();
 }
 
-TEST_F(ReconnectTest, ARefusedPasswordStopsTheTriesAndSaysWhy) {
+TEST_F(ReconnectTest, ARefusedPasswordOrSignOffEndsTheTries) {
     StartGame();
     server.AddAccount("Scramble Bot", "changed");
     server.CloseConnection("Scramble Bot", testserver::Role::Bos);
-    ASSERT_TRUE(Status("Next try in "));
+    ASSERT_TRUE(WaitForInfo("Next try in "));
     WaitOut();
-    ASSERT_TRUE(Status("The password was refused"));
-    EXPECT_FALSE(tmrReconnect.IsEnabled());
-    EXPECT_FALSE(bot.game.GameOn);
-    EXPECT_TRUE(dialogs.messages.empty());
-}
+    ASSERT_TRUE(WaitForInfo("The password was refused"));
+    ExpectStopped();
 
-TEST_F(ReconnectTest, WithTheOptionOffOrAfterSignOffTheSessionStaysEnded) {
+    server.AddAccount("Scramble Bot", "secret1");
     StartGame();
     QTest::mouseClick(window.connection->cmdSignOff, Qt::LeftButton);
-    EXPECT_FALSE(tmrReconnect.IsEnabled());
-    EXPECT_FALSE(bot.game.GameOn);
+    ExpectStopped();
+}
 
+TEST_F(ReconnectTest, WithTheOptionOffALostSessionStaysEnded) {
     StartGame();
     window.connection->chkReconnect->setChecked(false);
     server.CloseConnection("Scramble Bot", testserver::Role::Bos);
     ASSERT_TRUE(WaitFor([&] { return !dialogs.messages.empty(); }));
-    EXPECT_EQ(dialogs.messages[0].text, "Connection to the main BOS server has been lost");
-    EXPECT_EQ(window.connection->lblInfo->text(), "Offline.");
+    EXPECT_EQ(MessageTexts(),
+              std::vector<std::string>{"Connection to the main BOS server has been lost"});
+    EXPECT_EQ(Info(), "Offline.");
     EXPECT_FALSE(tmrReconnect.IsEnabled());
     EXPECT_FALSE(bot.game.GameOn);
 }

@@ -1,7 +1,6 @@
 // The main window driven through its controls.
 #include <gtest/gtest.h>
 
-#include <QMenu>
 #include <QTest>
 #include <fstream>
 
@@ -12,103 +11,6 @@
 namespace {
 
 using testing_support::WindowTest;
-
-TEST_F(WindowTest, StartsWithTheDefaults) {
-    EXPECT_EQ(window.windowTitle(), "Vexmor Scrambler 2.0");
-    const std::pair<QLineEdit*, const char*> fields[] = {
-        {window.mainGame->txtScoreLimit, "15"},
-        {window.mainGame->txtSendPause, "10"},
-        {window.mainGame->txtIdleTime, "30"},
-        {window.connection->txtPort, "5190"},
-        {window.chats->txtEx, "4"},
-        {window.chats->txtChat, "Chat name"},
-        {window.other->txtUser, "Unknown"},
-        {window.fonts->txtFontColor, "00bfff"},
-        {window.fonts->txtBGColor, "000000"},
-        {window.fonts->txtFontType, "Times New Roman"}};
-    for (const auto& [field, text] : fields)
-        EXPECT_EQ(field->text(), text) << field->objectName().toStdString();
-    EXPECT_TRUE(window.mainGame->optMode[0]->isChecked());
-    EXPECT_EQ(window.connection->cmbServers->currentText(), "127.0.0.1");
-    EXPECT_EQ(window.connection->cmbServers->count(), 1);
-    EXPECT_EQ(window.connection->txtPW->echoMode(), QLineEdit::Password);
-    EXPECT_EQ(window.connection->txtPW->maxLength(), 16);
-    EXPECT_EQ(window.connection->txtSN->maxLength(), 200);
-    EXPECT_TRUE(window.connection->chkFullCaps->isChecked());
-    EXPECT_TRUE(window.connection->chkLock->isChecked());
-    EXPECT_EQ(window.connection->lblInfo->text(), "Offline.");
-    EXPECT_EQ(window.chats->lblChatStatus->text(), "You are not in a chat.");
-    EXPECT_EQ(window.scrambleList->lblCurrentTopic->text(), "None");
-    EXPECT_FALSE(window.other->chkTopicVote->isEnabled());
-    EXPECT_FALSE(window.other->chkLCase->isChecked());
-
-    // The Connection panel shows; no tab is pressed yet.
-    for (int i = 0; i < FrmMain::kTabs; ++i) {
-        EXPECT_EQ(window.pBoxMain[i]->isVisible(), i == 0) << i;
-        EXPECT_FALSE(window.chkTab[i]->isChecked()) << i;
-    }
-    // Every control is named as the program knows it, and can be spoken.
-    EXPECT_EQ(window.findChild<QPushButton*>("chkTab6")->text(), "Fonts");
-    EXPECT_EQ(window.findChild<QRadioButton*>("optMode2")->text(), "Mixed Mode");
-    EXPECT_EQ(window.findChild<QLineEdit*>("txtSendPause")->accessibleName(),
-              "Msg Delay (seconds)");
-    EXPECT_EQ(window.findChild<QListView*>("lstWords")->accessibleName(), "Words");
-    EXPECT_NE(window.findChild<QLabel*>("lblMisc38"), nullptr);
-}
-
-TEST_F(WindowTest, TabsShowOnePanelAndAReleaseKeepsIt) {
-    QTest::mouseClick(window.chkTab[4], Qt::LeftButton);
-    EXPECT_TRUE(window.topics->isVisible());
-    EXPECT_FALSE(window.connection->isVisible());
-    QTest::mouseClick(window.chkTab[6], Qt::LeftButton);
-    EXPECT_TRUE(window.fonts->isVisible());
-    EXPECT_FALSE(window.topics->isVisible());
-    EXPECT_FALSE(window.chkTab[4]->isChecked());
-    EXPECT_TRUE(window.chkTab[6]->isChecked());
-    // Clicking "Fonts" again releases it; the panel stays.
-    QTest::mouseClick(window.chkTab[6], Qt::LeftButton);
-    EXPECT_FALSE(window.chkTab[6]->isChecked());
-    EXPECT_TRUE(window.fonts->isVisible());
-    int visible = 0;
-    for (QWidget* panel : window.pBoxMain)
-        visible += panel->isVisible() ? 1 : 0;
-    EXPECT_EQ(visible, 1);
-}
-
-TEST_F(WindowTest, ListsOpenTheirMenuOnTheRightButtonOnly) {
-    struct Case {
-        int tab;
-        QListView* list;
-        QMenu* menu;
-    };
-    for (const Case& c : {Case{3, window.scrambleList->lstWords, window.scrambleList->mnuScramble},
-                          Case{4, window.topics->lstData, window.topics->mnuTopics},
-                          Case{5, window.players->lstPlayers, window.players->mnuPlayers},
-                          Case{7, window.ops->lstOps, window.ops->mnuOp},
-                          Case{7, window.ops->lstDisallows, window.ops->mnuDisallow}}) {
-        QTest::mouseClick(window.chkTab[c.tab], Qt::LeftButton);
-        QTest::mousePress(c.list->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
-        QTest::mouseRelease(c.list->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
-        EXPECT_FALSE(c.menu->isVisible()) << c.menu->objectName().toStdString();
-        QTest::mousePress(c.list->viewport(), Qt::RightButton, {}, QPoint(10, 10));
-        EXPECT_TRUE(c.menu->isVisible()) << c.menu->objectName().toStdString();
-        c.menu->close();
-    }
-    // A list without a menu opens nothing.
-    QTest::mouseClick(window.chkTab[10], Qt::LeftButton);
-    QTest::mousePress(window.errors->lstErrors->viewport(), Qt::RightButton, {}, QPoint(10, 10));
-    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-}
-
-TEST_F(WindowTest, SessionButtonsReachTheSession) {
-    QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
-    QTest::mouseClick(window.chats->cmdJoin, Qt::LeftButton);
-    QTest::mouseClick(window.chats->cmdLeave, Qt::LeftButton);
-    EXPECT_EQ(MessageTexts(),
-              (std::vector<std::string>{"You must enter in a screenname!",
-                                        "You need to sign on to join a chat!",
-                                        "You need to be signed on to join or leave chats."}));
-}
 
 TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
     MainGamePanel& g = *window.mainGame;
@@ -145,39 +47,12 @@ TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
                                         "You cannot have an idle timer of 0 or less."}));
 }
 
-TEST_F(WindowTest, SetUserHelpCreditsAndLinks) {
-    window.other->txtUser->setText("  <b>Bob</b> ");
-    QTest::mouseClick(window.other->cmdSetUser, Qt::LeftButton);
-    EXPECT_TRUE(
-        bot.session.Profile().ends_with("<hr><br>User: <font color=red>Bob</font></body></html>"));
-    window.other->txtUser->setText("   ");
-    QTest::mouseClick(window.other->cmdSetUser, Qt::LeftButton);
-    EXPECT_EQ(bot.session.UserName(), "Bob");
-
-    // Each help button shows its panel's boxes, one after another.
-    QTest::mouseClick(window.chkTab[2], Qt::LeftButton);
-    QTest::mouseClick(window.mainGame->cmdHelp1, Qt::LeftButton);
-    ASSERT_EQ(dialogs.messages.size(), 5u);
-    EXPECT_TRUE(dialogs.messages[0].text.starts_with("This is where you control the way"));
-    EXPECT_EQ(dialogs.messages[4].title, "Help");
-    QTest::mouseClick(window.other->cmdCredits, Qt::LeftButton);
-    EXPECT_EQ(dialogs.messages.back().title, "Vexmor Scrambler 2.0 Credits");
-
-    emit window.lblSite->linkActivated("#");
-    emit window.fonts->lblHexList->linkActivated("#");
-    ASSERT_EQ(opened.size(), 2u);
-    EXPECT_TRUE(opened[0].starts_with("http"));
-}
-
 TEST_F(WindowTest, FontsAndErrorsPanels) {
     window.fonts->chkBold->setChecked(true);
     window.fonts->txtFontColor->setText("ff0000");
     QTest::mouseClick(window.fonts->cmdSetFont, Qt::LeftButton);
     EXPECT_EQ(bot.game.Style().FontChange(),
               "<html><body bgcolor=\"000000\"><font color=\"ff0000\" face=\"Times New Roman\"><b>");
-    QTest::mouseClick(window.fonts->cmdResetFont, Qt::LeftButton);
-    EXPECT_FALSE(window.fonts->chkBold->isChecked());
-    EXPECT_EQ(window.fonts->txtFontColor->text(), "00bfff");
 
     QTest::mouseClick(window.scrambleList->cmdAddTopic, Qt::LeftButton);
     EXPECT_EQ(window.errors->lstErrors->model()->rowCount(), 1);
@@ -192,7 +67,6 @@ TEST_F(WindowTest, ScrambleListControlsEditTheList) {
     window.scrambleList->txtManualAddHint->setText(" a pet ");
     QTest::keyClick(window.scrambleList->txtManualAddWord, Qt::Key_Return);
     EXPECT_EQ(bot.game.Lists().lstWords().Rows(), std::vector<std::string>{"Cat,a pet"});
-    EXPECT_EQ(window.scrambleList->lblCurrentTopic->text(), "Unknown");
     EXPECT_TRUE(window.scrambleList->txtManualAddWord->text().isEmpty());
 
     // A selected row in the view is the game's position, and back.
@@ -208,17 +82,16 @@ TEST_F(WindowTest, ScrambleListControlsEditTheList) {
     EXPECT_EQ(window.ops->lstOps->model()->index(0, 0).data().toString(), "alicesmith");
 }
 
-}  // namespace
-
-namespace {
-
-TEST_F(WindowTest, TopicsLoadIntoThePickerAndTheList) {
+TEST_F(WindowTest, TopicsLoadIntoTheListFromThePanelAndThePicker) {
     dialogs.fileAnswers = {std::string(TOPICS_DIR) + "/animals.csv"};
     dialogs.promptAnswers = {"animals"};
     QTest::mouseClick(window.chkTab[4], Qt::LeftButton);
     QTest::mouseClick(window.topics->cmdLoadTopic, Qt::LeftButton);
     ASSERT_EQ(window.topics->lstData->model()->rowCount(), 1);
     EXPECT_EQ(window.topics->lstData->model()->index(0, 0).data().toString(), "animals");
+    window.topics->lstData->setCurrentIndex(window.topics->lstData->model()->index(0, 0));
+    QTest::mouseClick(window.topics->cmdSendToList, Qt::LeftButton);
+    EXPECT_EQ(bot.game.Lists().lstWords().Count(), 20);
 
     TopicPicker picker(bot);
     picker.Load();
@@ -227,10 +100,8 @@ TEST_F(WindowTest, TopicsLoadIntoThePickerAndTheList) {
     EXPECT_EQ(dialogs.messages.back().text, "Please select a Topic to add!");
     picker.lstTopics->setCurrentRow(0);
     QTest::mouseClick(picker.cmdAdd, Qt::LeftButton);
-    QTest::mouseClick(picker.cmdAdd, Qt::LeftButton);
     EXPECT_EQ(bot.game.Lists().lstWords().Count(), 40) << "the same topic can be added twice";
     EXPECT_EQ(window.scrambleList->lblCurrentTopic->text(), "animals");
-    EXPECT_EQ(picker.windowTitle(), "Topic List");
 }
 
 TEST_F(WindowTest, LoadedSettingsShowInTheFields) {
@@ -251,9 +122,6 @@ TEST_F(WindowTest, LoadedSettingsShowInTheFields) {
     EXPECT_TRUE(window.mainGame->optMode[2]->isChecked());
     EXPECT_EQ(window.other->txtUser->text(), "<i>Zed</i>");
     EXPECT_EQ(bot.session.UserName(), "Zed");
-
-    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);
-    EXPECT_EQ(dialogs.messages.back().text, "Settings saved!");
 }
 
 }  // namespace

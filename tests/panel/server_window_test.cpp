@@ -1,0 +1,125 @@
+// The window against the loopback OSCAR server, driven through its controls:
+// a session from sign-on to sign-off, and what the window shows when the
+// server ends the session or a sign-on or join cannot go on.
+#include <gtest/gtest.h>
+
+#include <QTcpServer>
+
+#include "app/qt_socket_layer.h"
+#include "panel/server_window.h"
+
+namespace {
+
+using testing_support::ServerWindow;
+using testing_support::WaitFor;
+
+TEST_F(ServerWindow, SignOnJoinTalkLeaveAndSignOff) {
+    server.AddScriptedPlayer("Word Games", "Bob Scramble");
+    ASSERT_TRUE(SignOn());
+    EXPECT_TRUE(bot.game.SignedOn);
+    ASSERT_TRUE(WaitFor([&] {
+        return server.Profile("scramblebot").find("User: <font color=red>Unknown") !=
+               std::string::npos;
+    }));
+    ASSERT_TRUE(Join());
+    ASSERT_TRUE(WaitFor([&] { return BotLines() == 1; }));  // the banner
+    const QString transcript = window.console->txtMsg->toPlainText();
+    EXPECT_TRUE(transcript.contains("You have entered chat room 'Word Games'."));
+    EXPECT_TRUE(transcript.contains("OnlineHost: Ann Agram has entered the room."));
+    EXPECT_EQ(window.console->lblPeopleCount->text(), "3 People Here");
+    EXPECT_EQ(window.console->lstPeopleHere->model()->index(0, 0).data().toString(), "annagram");
+    EXPECT_EQ(window.console->lblChatRoom->text(), "Chat Room: Word Games");
+
+    server.PlayerSays("Word Games", "Ann Agram", "<b>hello</b> there");
+    ASSERT_TRUE(WaitFor(
+        [&] { return window.console->txtMsg->toPlainText().contains("Ann Agram: hello there"); }));
+    // The console's line goes to the room; Enter empties it.
+    window.console->txtSend->setText("hi all");
+    QTest::keyClick(window.console->txtSend, Qt::Key_Return);
+    EXPECT_TRUE(window.console->txtSend->text().isEmpty());
+    ASSERT_TRUE(WaitFor([&] { return server.Lines().back().text.ends_with(">hi all"); }));
+    server.RemoveScriptedPlayer("Word Games", "Bob Scramble");
+    ASSERT_TRUE(WaitFor([&] { return People() == 2; }));
+
+    QTest::mouseClick(window.chats->cmdLeave, Qt::LeftButton);
+    ASSERT_TRUE(WaitForRoomStatus("Left chat."));
+    EXPECT_EQ(People(), 0);
+    QTest::mouseClick(window.connection->cmdSignOff, Qt::LeftButton);
+    EXPECT_EQ(Info(), "Offline.");
+    EXPECT_FALSE(bot.game.SignedOn);
+    EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(ServerWindow, ASignOnThatCannotGoOnSaysWhyAndMayBeRetried) {
+    ClickSignOn(server.Port(), "wrong1");
+    EXPECT_EQ(Info(), "Logging in...");
+    ASSERT_TRUE(WaitForInfo("The password you entered is not valid. Error code: 5"));
+    EXPECT_FALSE(bot.game.SignedOn);
+
+    quint16 closed = 0;
+    {
+        QTcpServer probe;
+        probe.listen(QHostAddress::LocalHost, 0);
+        closed = probe.serverPort();
+    }
+    ClickSignOn(closed);
+    ASSERT_TRUE(
+        WaitForInfo("Sign-on failed at \"Connecting to Auth server...\": the connection "
+                    "to the authorization server 127.0.0.1:" +
+                    QString::number(closed) + " failed (Connection refused)."));
+
+    QTcpServer silent;
+    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost, 0));
+    ClickSignOn(silent.serverPort());
+    ASSERT_TRUE(WaitFor([&] { return silent.hasPendingConnections(); }));
+    tmrDeadline.Tick(oscar::TolSock::kStepSeconds);
+    EXPECT_EQ(Info(),
+              "Sign-on failed at \"Connecting to Auth server...\": no answer from the "
+              "authorization server 127.0.0.1:" +
+                  QString::number(silent.serverPort()) + " within 15 seconds.");
+    EXPECT_TRUE(SignOn());
+    EXPECT_TRUE(MessageTexts().empty());
+}
+
+TEST_F(ServerWindow, RoomStatusAndPanelsFollowJoinsASignOnElsewhereAndSignOff) {
+    ASSERT_TRUE(SignOn());
+    ClickJoin("Nowhere", "5");
+    ASSERT_TRUE(WaitFor([&] { return RoomStatus() != "Joining chat..."; }));
+    EXPECT_EQ(RoomStatus(), "Join chat failed, no such room on that exchange. Error code: 20");
+    ClickJoin("Word Games");
+    ClickJoin("Word Games");
+    EXPECT_EQ(MessageTexts(), std::vector<std::string>{"A join is already under way: wait until "
+                                                       "it has joined or failed."});
+    ASSERT_TRUE(WaitForRoomStatus("Joined 'Word Games'!"));
+    ASSERT_TRUE(WaitFor([&] { return People() == 2; }));
+    bot.game.AutoSend(1);
+
+    // The same screen name signs on elsewhere: every panel shows the end.
+    dialogs.messages.clear();
+    QtSocketLayer otherSockets;
+    oscar::TolSock other(otherSockets);
+    other.Login("Scramble Bot", "secret1", server.Port(), false, false, "127.0.0.1");
+    ASSERT_TRUE(WaitFor([&] { return Info() == "Offline."; }));
+    EXPECT_EQ(RoomStatus(), "Left chat.");
+    EXPECT_EQ(People(), 0);
+    EXPECT_FALSE(bot.game.GameOn);
+    EXPECT_FALSE(bot.game.SignedOn);
+    const auto& logged = bot.errors.Rows();
+    EXPECT_NE(std::find(logged.begin(), logged.end(),
+                        "Signed off by the server: this screen name signed on elsewhere "
+                        "(https://127.0.0.1/signed-on-elsewhere)."),
+              logged.end());
+    ASSERT_EQ(MessageTexts(),
+              std::vector<std::string>{"Connection to the main BOS server has been lost"});
+
+    // Sign On is not refused as if still signed on, Join gets in, and Sign
+    // Off leaves the room.
+    ASSERT_TRUE(SignOn());
+    ASSERT_TRUE(Join());
+    QTest::mouseClick(window.connection->cmdSignOff, Qt::LeftButton);
+    EXPECT_EQ(Info(), "Offline.");
+    EXPECT_EQ(RoomStatus(), "Left chat.");
+    EXPECT_EQ(People(), 0);
+}
+
+}  // namespace
