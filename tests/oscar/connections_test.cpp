@@ -9,12 +9,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-using testing_support::ChatLineFrame;
-using testing_support::ClientTest;
-using testing_support::Frame;
-using testing_support::Greeting;
-using testing_support::RedirectFrame;
-using testing_support::SnacFrame;
+using namespace testing_support;
 
 using ConnectionsTest = ClientTest;
 

@@ -9,10 +9,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-using testing_support::ClientTest;
-using testing_support::Frame;
-using testing_support::SnacFrame;
-using testing_support::UserRecord;
+using namespace testing_support;
 
 using RequestsTest = ClientTest;
 
@@ -56,15 +53,22 @@ TEST_F(RequestsTest, BosRequestsHaveTheirExactBytes) {
                                                        HexToBytes("0002000150"));
 }
 
-TEST_F(RequestsTest, WithNavigationOpenAJoinAsksForItsRoomAtOnce) {
+TEST_F(RequestsTest, InARoomInvitationsNameItAndAJoinAsksNavigationAtOnce) {
     SignOn();
-    JoinRoom("My Room", 4);
+    JoinRoom("Lobby", 4);
     const int nav = client.ChatNavIndex();
     sockets.written.clear();
-    client.JoinChat("Lobby", 5, 0);
+    client.InviteChatBuddy("Bob");
+    // "4-0-Lobby" is the room cookie the test server side gave.
+    EXPECT_EQ(sockets.TakePayloads(0),
+              Lines{"000400060000000000060000000000000001000203426F62"
+                    "0005004F00000000000000000001748F2420628711D18222444553540000"
+                    "000A00020001000F0000000C00154A6F696E206D6520696E207468697320636861742E"
+                    "2711000E000409342D302D4C6F6262790000"});
+    client.JoinChat("My Room", 5, 0);
     EXPECT_EQ(sockets.TakePayloads(nav),
               (Lines{"000D00080000000000080005066372656174650000010003"
-                     "00D6000875732D617363696900D300054C6F62627900D70002656E"}));
+                     "00D6000875732D617363696900D300074D7920526F6F6D00D70002656E"}));
 }
 
 TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
@@ -109,21 +113,6 @@ TEST_F(RequestsTest, BuddyIconsWaitForTheIconConnection) {
     ASSERT_FALSE(sent.empty());
     EXPECT_EQ(sent.back(),
               "0010000400000000000403426F62010001011000112233445566778899AABBCCDDEEFF");
-}
-
-TEST_F(RequestsTest, InvitationsNameTheJoinedRoom) {
-    SignOn();
-    JoinRoom("Lobby", 4);
-    sockets.written.clear();
-    client.InviteChatBuddy("Bob");
-    const Lines sent = sockets.TakePayloads(0);
-    ASSERT_EQ(sent.size(), 1u);
-    // "4-0-Lobby" is the room cookie the test server side gave.
-    EXPECT_EQ(sent[0],
-              "000400060000000000060000000000000001000203426F62"
-              "0005004F00000000000000000001748F2420628711D18222444553540000"
-              "000A00020001000F0000000C00154A6F696E206D6520696E207468697320636861742E"
-              "2711000E000409342D302D4C6F6262790000");
 }
 
 TEST_F(RequestsTest, RequestsTooLongForTheirFieldsAreNotSent) {
