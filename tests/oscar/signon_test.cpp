@@ -1,8 +1,7 @@
 // The sign-on on index 0, frame by frame, with the bytes the client answers.
 #include <gtest/gtest.h>
 
-#include <QCryptographicHash>
-
+#include "oscar/login_request.h"
 #include "support/client_fixture.h"
 
 namespace oscar {
@@ -44,15 +43,10 @@ TEST_F(SignOnTest, TheAuthorizationExchange) {
     sockets.Deliver(0, Frame(2, HexToBytes("001700070000000000000010") + key + "trailing"));
     const Lines sent = sockets.TakePayloads(0);
     ASSERT_EQ(sent.size(), 1u);
-    // The request names the account and hashes that key (Qt's MD5 as the
-    // reference); the rest of its bytes are the login request test's.
-    const auto md5 = [](const std::string& bytes) {
-        return QCryptographicHash::hash(QByteArray::fromStdString(bytes), QCryptographicHash::Md5)
-            .toStdString();
-    };
+    // The request names the account and hashes that key (the hash and the
+    // rest of the request: the login request test's).
     EXPECT_EQ(sent[0].substr(0, 52), "0017000200000000000100010008426F74204E616D6500250010");
-    EXPECT_EQ(sent[0].substr(52, 32),
-              BytesToHex(md5(key + md5("secret1") + "AOL Instant Messenger (SM)")));
+    EXPECT_EQ(sent[0].substr(52, 32), BytesToHex(LoginHash(key, "secret1")));
 
     const int closes = sockets.sockets[0].closes;
     sockets.Deliver(0, GoodReply());
