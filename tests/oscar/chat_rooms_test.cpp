@@ -96,33 +96,6 @@ TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSetAndNeedsNoRoom) {
     EXPECT_TRUE(client.Chat().empty());
 }
 
-TEST_F(ChatRoomsTest, JoinErrorsNameTheServersCode) {
-    SignOn();
-    sockets.Create(1);
-    const auto code = [](const char* hex) { return MakeTLV("0008", 2, HexToBytes(hex)); };
-    const auto deliver = [&](int index, const char* snacHex, const std::string& tlvs) {
-        sockets.Deliver(index, Frame(2, HexToBytes(snacHex) + tlvs));
-    };
-    // Navigation errors raise one event per code; the BOS connection's
-    // generic error (with or without an optional block) looks at its first
-    // TLV only.
-    deliver(1, "000D00010000000000000002", code("0012"));
-    deliver(1, "000D00010000000000000002", code("0033") + code("0099"));
-    deliver(0, "00010001000000000000000E", code("0018"));
-    deliver(0, "000100018000000000000003AABBCC0004", code("002E"));
-    deliver(0, "000100010000000000000005", MakeTLV("0001", 2, "") + code("004A"));
-    deliver(0, "000100010000000000000005", code("0077"));
-    EXPECT_EQ(
-        events.Take(),
-        (Lines{"Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
-               "18, 0, 0002)",
-               "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
-               "Error(Join chat failed, unknown error., 153, 0, 0002)",
-               "Error(Join chat failed, full., 24, 0, 000E)",
-               "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
-               "Error(Unknown Error., 119, 0, 0005)"}));
-}
-
 // Which navigation reply is taken for a room: a chat service request with a
 // wrong or empty cookie makes real servers end the whole session.
 using JoinRulesTest = ClientTest;

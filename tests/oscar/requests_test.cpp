@@ -127,7 +127,8 @@ TEST_F(RequestsTest, RequestsTooLongForTheirFieldsAreNotSent) {
     EXPECT_EQ(sent, Lines{"00010004000000000001000D"});
 }
 
-// Instant messages, user information, e-mail lookup, admin and buddy icons.
+// Instant messages, user information, e-mail lookup, admin, buddy icons and
+// the errors that end a join.
 using ServicesTest = ClientTest;
 
 std::string InstantMessageFrame(const char* channel, const std::string& fragment) {
@@ -166,11 +167,22 @@ TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
                      "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
 }
 
-TEST_F(ServicesTest, RepliesOfTheOtherServicesRaiseTheirEvents) {
+TEST_F(ServicesTest, RepliesAndErrorsOfTheServicesRaiseTheirEvents) {
     const auto deliver = [&](int index, const char* snacHex, const std::string& tlvs = "") {
         sockets.Deliver(index, Frame(2, HexToBytes(snacHex) + tlvs));
     };
+    const auto code = [](const char* hex) { return MakeTLV("0008", 2, HexToBytes(hex)); };
+    sockets.Create(1);
     sockets.Create(4);
+    // Navigation errors raise one event per code; the BOS connection's
+    // generic error (with or without an optional block) looks at its first
+    // TLV only.
+    deliver(1, "000D00010000000000000002", code("0012"));
+    deliver(1, "000D00010000000000000002", code("0033") + code("0099"));
+    deliver(0, "00010001000000000000000E", code("0018"));
+    deliver(0, "000100018000000000000003AABBCC0004", code("002E"));
+    deliver(0, "000100010000000000000005", MakeTLV("0001", 2, "") + code("004A"));
+    deliver(0, "000100010000000000000005", code("0077"));
     deliver(0, "000400010000000000000004");
     deliver(0, "000400010000000000000005");
     deliver(0, "000A0001000000000000000E");
@@ -190,14 +202,28 @@ TEST_F(ServicesTest, RepliesOfTheOtherServicesRaiseTheirEvents) {
                 MakeTLV("0002", 2, ""));
     EXPECT_EQ(
         events.Take(),
-        (Lines{"Error(User not available, 4, 0, 0004)", "Error(No e-mail entered., 14, 0, 000A)",
+        (Lines{"Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
+               "18, 0, 0002)",
+               "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
+               "Error(Join chat failed, unknown error., 153, 0, 0002)",
+               "Error(Join chat failed, full., 24, 0, 000E)",
+               "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
+               "Error(Unknown Error., 119, 0, 0005)",
+               "Error(User not available, 4, 0, 0004)",
+               "Error(No e-mail entered., 14, 0, 000A)",
                "Error(Unknown e-mail lookup error., 33, 0, 000A)",
-               "Error(No e-mail entered., 14, 0, 0007)", "Error(Unknown Admin Error., 20, 0, 0007)",
-               "EmailLookupResults(ann, bob)", "EmailLookupResults()",
-               "FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
-               "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
-               "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
-               "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
+               "Error(No e-mail entered., 14, 0, 0007)",
+               "Error(Unknown Admin Error., 20, 0, 0007)",
+               "EmailLookupResults(ann, bob)",
+               "EmailLookupResults()",
+               "FormattedScreennameResults(Bot Name, 3)",
+               "EmailResults(a@b.c, 3)",
+               "RegistrationResults(2, 3)",
+               "ScreennameFormatted(false, 1)",
+               "ScreennameFormatted(true, 3)",
+               "EmailUpdated(true, 3)",
+               "RegistrationStatusUpdated(true, 3)",
+               "PasswordUpdated(true, 3)"}));
 }
 
 TEST_F(ServicesTest, BuddyIconsReadTheLengthAfterTheName) {
