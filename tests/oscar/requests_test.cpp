@@ -104,17 +104,6 @@ TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
     EXPECT_EQ(sockets.written.size(), 1u);
 }
 
-TEST_F(RequestsTest, BuddyIconsWaitForTheIconConnection) {
-    SignOn();
-    client.GetBuddyIcon("Bob", HexToBytes("00112233445566778899AABBCCDDEEFF"));
-    EXPECT_EQ(sockets.TakePayloads(0), Lines{"000100040000000000010010"});
-    const int icon = OpenService("0010");
-    const Lines sent = sockets.TakePayloads(icon);
-    ASSERT_FALSE(sent.empty());
-    EXPECT_EQ(sent.back(),
-              "0010000400000000000403426F62010001011000112233445566778899AABBCCDDEEFF");
-}
-
 TEST_F(RequestsTest, RequestsTooLongForTheirFieldsAreNotSent) {
     SignOn();
     client.SendIM(std::string(256, 'n'), "hi");
