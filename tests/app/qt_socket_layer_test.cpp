@@ -61,10 +61,7 @@ TEST_F(QtSocketLayerTest, ConnectsSendsAndReceivesPerIndex) {
     ASSERT_TRUE(WaitFor([&] { return listener.received[2].size() >= 5; }));
     EXPECT_EQ(listener.received[2], "world");
 
-    layer.SetTag(2, "[Chat]connected");
-    EXPECT_EQ(layer.Tag(2), "[Chat]connected");
-    EXPECT_EQ(layer.Tag(7), "");
-
+    // (The tags: the loopback tests' joins depend on them.)
     // A host name works as well as a dotted address.
     QTcpSocket* second = ConnectElement(3, "localhost");
     ASSERT_NE(second, nullptr);
