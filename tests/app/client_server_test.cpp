@@ -74,18 +74,12 @@ TEST_F(ClientServerTest, JoiningARoomListsItsOccupantsAndCarriesLines) {
     ASSERT_TRUE(WaitFor([&] { return !bot.events.log.empty(); }));
     EXPECT_EQ(bot.events.Take(), Lines{"ChatMessage(" + index + ", Ann Agram, <b>hello</b> bot)"});
 
-    // A second user joins; the bot's lines reach it, and come back to the bot.
+    // A second user comes and goes (the bot's lines reaching it: the
+    // character set test).
     LoopbackUser two;
     ASSERT_TRUE(two.SignOn(server.Port(), "Player Two", "pass2222"));
     ASSERT_EQ(two.Join("word games").substr(0, 11), "JoinedChat(");
     ASSERT_TRUE(WaitFor([&] { return bot.Has("UserJoinedChat(" + index + ", Player Two)"); }));
-    bot.client.SendChat(bot.RoomIndex(), "Unscramble: tac");
-    ASSERT_TRUE(WaitFor([&] { return two.Count("ChatMessage(") > 0; }));
-    EXPECT_TRUE(two.events.log.back().ends_with(", Scramble Bot, Unscramble: tac)"));
-    ASSERT_TRUE(WaitFor(
-        [&] { return bot.Has("ChatMessage(" + index + ", Scramble Bot, Unscramble: tac)"); }));
-
-    // Leaving: the other user sees it.
     two.client.LeaveChat(two.RoomIndex());
     ASSERT_TRUE(WaitFor([&] { return bot.Has("UserLeftChat(" + index + ", Player Two)"); }));
 }

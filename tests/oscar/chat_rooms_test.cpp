@@ -10,13 +10,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-using testing_support::ChatLineFrame;
-using testing_support::ClientTest;
-using testing_support::Frame;
-using testing_support::Greeting;
-using testing_support::RedirectFrame;
-using testing_support::SnacFrame;
-using testing_support::UserRecord;
+using namespace testing_support;
 
 using ChatRoomsTest = ClientTest;
 
@@ -26,14 +20,7 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
     EXPECT_EQ(sockets.TakePayloads(0), Lines{"00010004000000000001000D"});
 
     // Navigation: redirect, greeting with its cookie, setup.
-    sockets.Deliver(0, RedirectFrame("000D", "nav.example.net:5193", "NAVCOOKIE"));
-    ASSERT_EQ(sockets.connectLog.back(), (std::pair<int, std::string>{1, "nav.example.net:5193"}));
-    EXPECT_EQ(sockets.Tag(1), "[Chat_Navigation]connecting");
-    sockets.Deliver(1, Greeting());
-    sockets.Deliver(1, SnacFrame("000100030000000000000001000D"));
-    sockets.Deliver(1, SnacFrame("0001001800000000000000010004000D0001"));
-    sockets.Deliver(1, SnacFrame("000100070000000000000001"));
-    EXPECT_EQ(sockets.Tag(1), "[Chat_Navigation]connected");
+    ASSERT_EQ(OpenService("000D", "NAVCOOKIE"), 1);
     sockets.Deliver(1, SnacFrame("000D0009000000000000000200010A"));
     EXPECT_EQ(
         sockets.TakePayloads(1),
@@ -54,12 +41,7 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
                                              BytesToHex("4-0-Word Games") + "0000"});
 
     // The chat server: its setup makes the room's record.
-    sockets.Deliver(0, RedirectFrame("000E", "chat.example.net:5194", "CHATCOOKIE"));
-    EXPECT_EQ(sockets.Tag(2), "[Chat]connecting");
-    sockets.Deliver(2, Greeting());
-    sockets.Deliver(2, SnacFrame("000100030000000000000001000E"));
-    sockets.Deliver(2, SnacFrame("0001001800000000000000010004000E0001"));
-    sockets.Deliver(2, SnacFrame("000100070000000000000001"));
+    ASSERT_EQ(OpenService("000E", "CHATCOOKIE"), 2);
     ASSERT_EQ(client.Chat().size(), 1u);
     EXPECT_EQ(client.Chat()[0].ChatName, "Word Games");
     EXPECT_EQ(client.Chat()[0].ChatIndex, 2);
@@ -95,7 +77,7 @@ TEST_F(ChatRoomsTest, AJoinTakesNavigationThenTheChatServer) {
                                     "UserJoinedChat(2, Cat Z)", "UserLeftChat(2, Bob)"}));
 }
 
-TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSet) {
+TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSetAndNeedsNoRoom) {
     sockets.Create(3);
     sockets.Deliver(3, ChatLineFrame("Ann", HexToBytes("00480069"), "unicode-2-0"));
     sockets.Deliver(3, ChatLineFrame("Ann", HexToBytes("00480069"), "us-ascii"));
@@ -105,43 +87,12 @@ TEST_F(ChatRoomsTest, ChatTextFollowsTheCharacterSet) {
                              MakeTLV("0003", 2, UserRecord("Bob"));
     sockets.Deliver(3, Frame(2, head + MakeTLV("0005", 2, MakeTLV("0001", 2, "OK"))));
     sockets.Deliver(3, Frame(2, head + MakeTLV("0005", 2, MakeTLV("0002", 2, "us-ascii"))));
+    // Room information on a connection no join asked for makes no room.
+    sockets.Deliver(3, Frame(2, HexToBytes("000E00020000000000000004") + MakeTLV("", 1, "c") +
+                                    HexToBytes("0000020000")));
     EXPECT_EQ(events.Take(), (Lines{"ChatMessage(3, Ann, Hi)",
                                     "ChatMessage(3, Ann, " + HexToBytes("00480069") + ")",
                                     "ChatMessage(3, Bob, OK)"}));
-}
-
-TEST_F(ChatRoomsTest, JoinErrorsNameTheServersCode) {
-    SignOn();
-    sockets.Create(1);
-    const auto code = [](const char* hex) { return MakeTLV("0008", 2, HexToBytes(hex)); };
-    const auto deliver = [&](int index, const char* snacHex, const std::string& tlvs) {
-        sockets.Deliver(index, Frame(2, HexToBytes(snacHex) + tlvs));
-    };
-    // Navigation errors raise one event per code; the BOS connection's
-    // generic error (with or without an optional block) looks at its first
-    // TLV only.
-    deliver(1, "000D00010000000000000002", code("0012"));
-    deliver(1, "000D00010000000000000002", code("0033") + code("0099"));
-    deliver(0, "00010001000000000000000E", code("0018"));
-    deliver(0, "000100018000000000000003AABBCC0004", code("002E"));
-    deliver(0, "000100010000000000000005", MakeTLV("0001", 2, "") + code("004A"));
-    deliver(0, "000100010000000000000005", code("0077"));
-    EXPECT_EQ(
-        events.Take(),
-        (Lines{"Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
-               "18, 0, 0002)",
-               "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
-               "Error(Join chat failed, unknown error., 153, 0, 0002)",
-               "Error(Join chat failed, full., 24, 0, 000E)",
-               "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
-               "Error(Unknown Error., 119, 0, 0005)"}));
-}
-
-TEST_F(ChatRoomsTest, RoomInformationWithoutARoomIsIgnored) {
-    sockets.Create(5);
-    sockets.Deliver(5, Frame(2, HexToBytes("000E00020000000000000004") + MakeTLV("", 1, "c") +
-                                    HexToBytes("0000020000")));
-    EXPECT_TRUE(events.log.empty());
     EXPECT_TRUE(client.Chat().empty());
 }
 
@@ -177,9 +128,8 @@ TEST_F(JoinRulesTest, OnlyAReplyCarryingARoomAnswersTheJoin) {
     sockets.Deliver(nav, RoomReply(""));
     EXPECT_TRUE(sockets.TakePayloads(0).empty());
     EXPECT_EQ(events.Take(),
-              std::vector<std::string>{
-                  "Error(Join chat failed, the chat navigation server "
-                  "svc.example.net:5192 sent a room without a cookie., 0, 0, 000D)"});
+              Lines{"Error(Join chat failed, the chat navigation server "
+                    "svc.example.net:5192 sent a room without a cookie., 0, 0, 000D)"});
 
     // A room nobody asked for is not joined either.
     sockets.Deliver(nav, RoomReply("4-0-Lobby"));
@@ -199,9 +149,8 @@ TEST_F(JoinRulesTest, EachStepOfAJoinHasItsOwnDeadline) {
         client.TickSecond();
     EXPECT_TRUE(events.log.empty());
     client.TickSecond();
-    EXPECT_EQ(events.Take(),
-              std::vector<std::string>{"Error(Join chat failed, no answer within 15 seconds while "
-                                       "asking the BOS server for the chat service., 0, 0, )"});
+    EXPECT_EQ(events.Take(), Lines{"Error(Join chat failed, no answer within 15 seconds while "
+                                   "asking the BOS server for the chat service., 0, 0, )"});
     EXPECT_FALSE(client.JoinPending());
 }
 

@@ -9,12 +9,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-using testing_support::ChatLineFrame;
-using testing_support::ClientTest;
-using testing_support::Frame;
-using testing_support::Greeting;
-using testing_support::RedirectFrame;
-using testing_support::SnacFrame;
+using namespace testing_support;
 
 using ConnectionsTest = ClientTest;
 
@@ -199,8 +194,9 @@ TEST_F(ConnectionsTest, LogOffClosesEverythingAndSaysSo) {
     EXPECT_FALSE(sockets.IsConnected(0));
 }
 
-TEST_F(ConnectionsTest, AdminRequestsWaitForTheAdminConnection) {
+TEST_F(ConnectionsTest, ServiceRequestsWaitForTheirConnection) {
     SignOn();
+    client.GetBuddyIcon("Bob", HexToBytes("00112233445566778899AABBCCDDEEFF"));
     client.ChangeEmail(" new@example.net ");
     client.FormatScreenname("Bot Name");
     client.ChangePassword("newpw");
@@ -208,7 +204,9 @@ TEST_F(ConnectionsTest, AdminRequestsWaitForTheAdminConnection) {
     client.RequestEmail();
     client.RequestNick();
     client.RequestRegistrationStatus();
-    EXPECT_EQ(sockets.TakePayloads(0), Lines(7, "000100040000000000010007"));
+    Lines services(8, "000100040000000000010007");
+    services[0] = "000100040000000000010010";
+    EXPECT_EQ(sockets.TakePayloads(0), services);
 
     const int admin = OpenService("0007");
     const Lines sent = sockets.TakePayloads(admin);
@@ -219,6 +217,10 @@ TEST_F(ConnectionsTest, AdminRequestsWaitForTheAdminConnection) {
                      "000700040000000000040012000773656372657431000200056E65777077",
                      "00070004000000000004001300020003", "0007000200000000000200110000",
                      "0007000200000000000200010000", "0007000200000000000200130000"}));
+    // (The admin connection first: any other one forgets the admin queue.)
+    const int icon = OpenService("0010");
+    EXPECT_EQ(sockets.TakePayloads(icon).back(),
+              "0010000400000000000403426F62010001011000112233445566778899AABBCCDDEEFF");
 
     // Once the connection is there, requests go at once.
     client.ChangePassword("pw2");

@@ -7,9 +7,12 @@
 
 #include "oscar/bodies.h"
 #include "oscar/frame_cutter.h"
+#include "support/frames.h"
 
 namespace oscar {
 namespace {
+
+using testing_support::Frame;
 
 TEST(HexText, SkipsBadPairsAndReadsAnOddTail) {
     EXPECT_EQ(HexToBytes("000d"), HexToBytes("000D"));
@@ -96,17 +99,13 @@ TEST(Capabilities, FollowTheTwoOptions) {
               "00112233445566778899AABBCCDDEEFF0102");
     EXPECT_EQ(BuildCapabilities(2, ids, {true, true}), "");
 }
-std::string FrameOf(int channel, const std::string& payload) {
-    return "*" + MakeByte(channel) + Word(7) + Word(static_cast<std::uint16_t>(payload.size())) +
-           payload;
-}
 
 TEST(FrameCutter, GivesTheSameWholeFramesWhateverTheReadSizes) {
     // No check of the start byte: the length field alone decides; the
     // largest frame a length field can give comes whole too.
-    const std::vector<std::string> frames = {FrameOf(2, "first"),
-                                             FrameOf(2, std::string(0xFFFF, 'x')), FrameOf(1, "\1"),
-                                             FrameOf(4, ""), HexToBytes("00000000000161")};
+    const std::vector<std::string> frames = {Frame(2, "first"), Frame(2, std::string(0xFFFF, 'x')),
+                                             Frame(1, "\1"), Frame(4, ""),
+                                             HexToBytes("00000000000161")};
     std::string stream;
     for (const std::string& f : frames)
         stream += f;
@@ -121,19 +120,6 @@ TEST(FrameCutter, GivesTheSameWholeFramesWhateverTheReadSizes) {
         EXPECT_EQ(cut, frames) << "reads of " << piece;
         EXPECT_EQ(cutter.Waiting(), 0u);
     }
-}
-
-TEST(FrameCutter, AFragmentWaitsUntilCleared) {
-    // A 4-byte fragment (a cut-short sign-off frame) waits and spoils nothing.
-    FrameCutter cutter;
-    cutter.Append(HexToBytes("2A040001"));
-    EXPECT_FALSE(cutter.Next());
-    EXPECT_EQ(cutter.Waiting(), 4u);
-    cutter.Clear();
-    const std::string frame = FrameOf(2, "hello");
-    cutter.Append(frame);
-    EXPECT_EQ(cutter.Next(), frame);
-    EXPECT_FALSE(cutter.Next());
 }
 
 }  // namespace

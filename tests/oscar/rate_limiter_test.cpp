@@ -56,23 +56,6 @@ TEST(RateLimiter, ReadsShortAndLongClassesAndRefusesBrokenLists) {
     EXPECT_NE(rates.ClassOf(0x000E, 0x0005), nullptr);
 }
 
-TEST(RateLimiter, SpacedLinesNeverTakeTheAverageBelowHalfwayFromAlertToClear) {
-    // (The exact gaps are checked through the send queue.)
-    RateLimiter rates;
-    ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));
-    std::int64_t now = 0;
-    double average = 0;
-    for (int line = 0; line < 500; ++line) {
-        now += rates.Wait(0x000E, 0x0005, now);
-        rates.Sent(0x000E, 0x0005, now);
-        rates.ClassOf(0x000E, 0x0005, &average);
-        ASSERT_GE(average, 2500.0) << line;
-    }
-    // The gaps settle where the average stays put; class 1 was not touched.
-    EXPECT_NEAR(static_cast<double>(rates.Wait(0x000E, 0x0005, now)), 2500.0, 10.0);
-    EXPECT_EQ(rates.Wait(0x0001, 0x0002, 0), 0);
-}
-
 TEST(RateLimiter, AWarningSlowsTheClassUntilItClears) {
     RateLimiter rates;
     ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));

@@ -9,10 +9,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-using testing_support::ClientTest;
-using testing_support::Frame;
-using testing_support::SnacFrame;
-using testing_support::UserRecord;
+using namespace testing_support;
 
 using RequestsTest = ClientTest;
 
@@ -30,8 +27,16 @@ TEST_F(RequestsTest, LoginResetsAndConnectsToTheNormalizedServer) {
     EXPECT_TRUE(client.Authorizing());
 }
 
-TEST_F(RequestsTest, BosRequestsHaveTheirExactBytes) {
+TEST_F(RequestsTest, BosRequestsHaveTheirExactBytesOrAreNotSent) {
     SignOn();
+    // Too long for their fields: nothing but the join's service request
+    // (the room request waits for navigation).
+    client.SendIM(std::string(256, 'n'), "hi");
+    client.GetUserInfo(std::string(300, 'n'), 0);
+    client.SetProfile(std::string(70000, 'p'));
+    client.JoinChat("Lobby", 70000, 0);
+    client.NewRegStatus(-1);
+
     client.SendIM("Bob", "hi");
     client.EmailLookup("a@b.c");
     client.GetUserInfo("Bob", 1);
@@ -41,7 +46,8 @@ TEST_F(RequestsTest, BosRequestsHaveTheirExactBytes) {
     client.SetCapabilities({"094601054C7F11D18222444553540000"});
     client.InviteChatBuddy("Bob");
     EXPECT_EQ(sockets.TakePayloads(0),
-              (Lines{"000400060000000000040000000000000001000103426F62"
+              (Lines{"00010004000000000001000D",
+                     "000400060000000000040000000000000001000103426F62"
                      "000200110501000301010201010006000000006869",
                      "000A00020000000000026140622E63", "000200150000000000150000000103426F62",
                      "0001001100000000001100000001", "0001001100000000001100000001",
@@ -56,15 +62,22 @@ TEST_F(RequestsTest, BosRequestsHaveTheirExactBytes) {
                                                        HexToBytes("0002000150"));
 }
 
-TEST_F(RequestsTest, WithNavigationOpenAJoinAsksForItsRoomAtOnce) {
+TEST_F(RequestsTest, InARoomInvitationsNameItAndAJoinAsksNavigationAtOnce) {
     SignOn();
-    JoinRoom("My Room", 4);
+    JoinRoom("Lobby", 4);
     const int nav = client.ChatNavIndex();
     sockets.written.clear();
-    client.JoinChat("Lobby", 5, 0);
+    client.InviteChatBuddy("Bob");
+    // "4-0-Lobby" is the room cookie the test server side gave.
+    EXPECT_EQ(sockets.TakePayloads(0),
+              Lines{"000400060000000000060000000000000001000203426F62"
+                    "0005004F00000000000000000001748F2420628711D18222444553540000"
+                    "000A00020001000F0000000C00154A6F696E206D6520696E207468697320636861742E"
+                    "2711000E000409342D302D4C6F6262790000"});
+    client.JoinChat("My Room", 5, 0);
     EXPECT_EQ(sockets.TakePayloads(nav),
               (Lines{"000D00080000000000080005066372656174650000010003"
-                     "00D6000875732D617363696900D300054C6F62627900D70002656E"}));
+                     "00D6000875732D617363696900D300074D7920526F6F6D00D70002656E"}));
 }
 
 TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
@@ -100,45 +113,8 @@ TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
     EXPECT_EQ(sockets.written.size(), 1u);
 }
 
-TEST_F(RequestsTest, BuddyIconsWaitForTheIconConnection) {
-    SignOn();
-    client.GetBuddyIcon("Bob", HexToBytes("00112233445566778899AABBCCDDEEFF"));
-    EXPECT_EQ(sockets.TakePayloads(0), Lines{"000100040000000000010010"});
-    const int icon = OpenService("0010");
-    const Lines sent = sockets.TakePayloads(icon);
-    ASSERT_FALSE(sent.empty());
-    EXPECT_EQ(sent.back(),
-              "0010000400000000000403426F62010001011000112233445566778899AABBCCDDEEFF");
-}
-
-TEST_F(RequestsTest, InvitationsNameTheJoinedRoom) {
-    SignOn();
-    JoinRoom("Lobby", 4);
-    sockets.written.clear();
-    client.InviteChatBuddy("Bob");
-    const Lines sent = sockets.TakePayloads(0);
-    ASSERT_EQ(sent.size(), 1u);
-    // "4-0-Lobby" is the room cookie the test server side gave.
-    EXPECT_EQ(sent[0],
-              "000400060000000000060000000000000001000203426F62"
-              "0005004F00000000000000000001748F2420628711D18222444553540000"
-              "000A00020001000F0000000C00154A6F696E206D6520696E207468697320636861742E"
-              "2711000E000409342D302D4C6F6262790000");
-}
-
-TEST_F(RequestsTest, RequestsTooLongForTheirFieldsAreNotSent) {
-    SignOn();
-    client.SendIM(std::string(256, 'n'), "hi");
-    client.GetUserInfo(std::string(300, 'n'), 0);
-    client.SetProfile(std::string(70000, 'p'));
-    client.JoinChat("Lobby", 70000, 0);
-    client.NewRegStatus(-1);
-    const auto sent = sockets.TakePayloads(0);
-    // Only the join's service request: the room request waits for navigation.
-    EXPECT_EQ(sent, Lines{"00010004000000000001000D"});
-}
-
-// Instant messages, user information, e-mail lookup, admin and buddy icons.
+// Instant messages, user information, e-mail lookup, admin, buddy icons and
+// the errors that end a join.
 using ServicesTest = ClientTest;
 
 std::string InstantMessageFrame(const char* channel, const std::string& fragment) {
@@ -177,11 +153,22 @@ TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
                      "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
 }
 
-TEST_F(ServicesTest, RepliesOfTheOtherServicesRaiseTheirEvents) {
+TEST_F(ServicesTest, RepliesAndErrorsOfTheServicesRaiseTheirEvents) {
     const auto deliver = [&](int index, const char* snacHex, const std::string& tlvs = "") {
         sockets.Deliver(index, Frame(2, HexToBytes(snacHex) + tlvs));
     };
+    const auto code = [](const char* hex) { return MakeTLV("0008", 2, HexToBytes(hex)); };
+    sockets.Create(1);
     sockets.Create(4);
+    // Navigation errors raise one event per code; the BOS connection's
+    // generic error (with or without an optional block) looks at its first
+    // TLV only.
+    deliver(1, "000D00010000000000000002", code("0012"));
+    deliver(1, "000D00010000000000000002", code("0033") + code("0099"));
+    deliver(0, "00010001000000000000000E", code("0018"));
+    deliver(0, "000100018000000000000003AABBCC0004", code("002E"));
+    deliver(0, "000100010000000000000005", MakeTLV("0001", 2, "") + code("004A"));
+    deliver(0, "000100010000000000000005", code("0077"));
     deliver(0, "000400010000000000000004");
     deliver(0, "000400010000000000000005");
     deliver(0, "000A0001000000000000000E");
@@ -201,14 +188,28 @@ TEST_F(ServicesTest, RepliesOfTheOtherServicesRaiseTheirEvents) {
                 MakeTLV("0002", 2, ""));
     EXPECT_EQ(
         events.Take(),
-        (Lines{"Error(User not available, 4, 0, 0004)", "Error(No e-mail entered., 14, 0, 000A)",
+        (Lines{"Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
+               "18, 0, 0002)",
+               "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
+               "Error(Join chat failed, unknown error., 153, 0, 0002)",
+               "Error(Join chat failed, full., 24, 0, 000E)",
+               "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
+               "Error(Unknown Error., 119, 0, 0005)",
+               "Error(User not available, 4, 0, 0004)",
+               "Error(No e-mail entered., 14, 0, 000A)",
                "Error(Unknown e-mail lookup error., 33, 0, 000A)",
-               "Error(No e-mail entered., 14, 0, 0007)", "Error(Unknown Admin Error., 20, 0, 0007)",
-               "EmailLookupResults(ann, bob)", "EmailLookupResults()",
-               "FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
-               "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
-               "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
-               "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
+               "Error(No e-mail entered., 14, 0, 0007)",
+               "Error(Unknown Admin Error., 20, 0, 0007)",
+               "EmailLookupResults(ann, bob)",
+               "EmailLookupResults()",
+               "FormattedScreennameResults(Bot Name, 3)",
+               "EmailResults(a@b.c, 3)",
+               "RegistrationResults(2, 3)",
+               "ScreennameFormatted(false, 1)",
+               "ScreennameFormatted(true, 3)",
+               "EmailUpdated(true, 3)",
+               "RegistrationStatusUpdated(true, 3)",
+               "PasswordUpdated(true, 3)"}));
 }
 
 TEST_F(ServicesTest, BuddyIconsReadTheLengthAfterTheName) {

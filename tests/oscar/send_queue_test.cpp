@@ -96,19 +96,15 @@ TEST_F(SendQueueTest, LinesWaitForTheirRateClassAndGoInOrder) {
     EXPECT_TRUE(LinesWritten(2).empty());
     clock.Advance(1);
     EXPECT_EQ(LinesWritten(2), std::vector<std::string>{"later 1"});
-}
 
-TEST_F(SendQueueTest, ALostConnectionTakesItsQueueAlong) {
-    EnterRoomWithChatClass();
-    for (int i = 0; i < 10; ++i)
-        client.SendChat(2, "line " + std::to_string(i));
-    ASSERT_EQ(client.Waiting(2), 2u);
+    // A lost connection takes its queue along.
+    client.SendChat(2, "later 2");
+    ASSERT_EQ(client.Waiting(2), 1u);
     sockets.Fail(2);
     EXPECT_EQ(client.Waiting(2), 0u);
     EXPECT_EQ(observed.back(), "2:0");
-    sockets.written.clear();
     clock.Advance(100000);
-    EXPECT_TRUE(LinesWritten(2).empty());
+    EXPECT_EQ(LinesWritten(2), std::vector<std::string>{"later 1"});
 }
 
 TEST_F(SendQueueTest, IdleConnectionsGetAnEmptyChannelFiveFrameEveryMinute) {
