@@ -59,17 +59,8 @@ class BotTest : public ::testing::Test {
     FakeDialogs dialogs;
     FakeSocketLayer sockets;
     FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline;
-    session::Bot bot{{sockets,
-                      tmrMsgPause,
-                      tmrIdle,
-                      tmrTopics,
-                      tmrCcoms,
-                      tmrCcom2,
-                      tmrDeadline,
-                      dialogs,
-                      {},
-                      {},
-                      folder.Path()}};
+    session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline,
+                      dialogs, nullptr, nullptr, folder.Path()}};
 };
 
 }  // namespace testing_support

@@ -32,10 +32,7 @@ class ClientTest : public ::testing::Test {
     // returns the index the service got.
     int OpenService(const std::string& familyHex, const std::string& cookie = "SVC") {
         const std::size_t before = sockets.connectLog.size();
-        sockets.Deliver(0, Frame(2, oscar::HexToBytes("00010005000000000000") +
-                                        oscar::MakeTLV("000D", 2, oscar::HexToBytes(familyHex)) +
-                                        oscar::MakeTLV("0005", 2, "svc.example.net:5192") +
-                                        oscar::MakeTLV("0006", 2, cookie)));
+        sockets.Deliver(0, RedirectFrame(familyHex, "svc.example.net:5192", cookie));
         if (sockets.connectLog.size() == before) return 0;
         const int index = sockets.connectLog.back().first;
         sockets.Deliver(index, Greeting());

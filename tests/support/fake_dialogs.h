@@ -12,25 +12,27 @@
 
 namespace testing_support {
 
+// A box, question or prompt as shown; a prompt's default text with it.
 struct ShownMessage {
     std::string text;
     std::string title;
     game::MessageKind kind;
+    std::string defaultText;
 };
 
 class FakeDialogs : public game::OperatorDialogs {
   public:
     void ShowMessage(const std::string& text, const std::string& title,
                      game::MessageKind kind) override {
-        messages.push_back({text, title, kind});
+        messages.push_back({text, title, kind, {}});
     }
     bool AskYesNo(const std::string& text, const std::string& title) override {
-        questions.push_back({text, title, game::MessageKind::Plain});
+        questions.push_back({text, title, game::MessageKind::Plain, {}});
         return Next(yesNoAnswers, false);
     }
     std::string Prompt(const std::string& prompt, const std::string& title,
                        const std::string& defaultText) override {
-        prompts.push_back({prompt, title, defaultText});
+        prompts.push_back({prompt, title, game::MessageKind::Plain, defaultText});
         return Next(promptAnswers, std::string());
     }
     std::optional<std::string> OpenFile(const game::FileDialogRequest& request) override {
@@ -42,15 +44,9 @@ class FakeDialogs : public game::OperatorDialogs {
         return Next(fileAnswers, std::optional<std::string>());
     }
 
-    struct AskedPrompt {
-        std::string prompt;
-        std::string title;
-        std::string defaultText;
-    };
-
     std::vector<ShownMessage> messages;
     std::vector<ShownMessage> questions;
-    std::vector<AskedPrompt> prompts;
+    std::vector<ShownMessage> prompts;
     std::vector<game::FileDialogRequest> fileRequests;
 
     std::deque<bool> yesNoAnswers;

@@ -40,10 +40,9 @@ class WindowTest : public ::testing::Test {
     QtSocketLayer sockets;
     FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline;
     std::vector<std::string> opened;
-    int pickerRequests = 0;
     session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline,
-                      dialogs, [this](const std::string& url) { opened.push_back(url); },
-                      [this] { ++pickerRequests; }, folder.path().toStdString()}};
+                      dialogs, [this](const std::string& url) { opened.push_back(url); }, nullptr,
+                      folder.path().toStdString()}};
     FrmMain window{bot};
 };
 
