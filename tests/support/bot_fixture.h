@@ -48,12 +48,7 @@ class TempFolder {
 
 class BotTest : public ::testing::Test {
   protected:
-    std::vector<std::string> Messages() const {
-        std::vector<std::string> texts;
-        for (const auto& m : dialogs.messages)
-            texts.push_back(m.title + ": " + m.text);
-        return texts;
-    }
+    std::vector<std::string> Messages() const { return dialogs.Texts(true); }
 
     TempFolder folder;
     FakeDialogs dialogs;

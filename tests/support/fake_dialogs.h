@@ -40,8 +40,15 @@ class FakeDialogs : public game::OperatorDialogs {
         return Next(fileAnswers, std::optional<std::string>());
     }
     std::optional<std::string> SaveFile(const game::FileDialogRequest& request) override {
-        fileRequests.push_back(request);
-        return Next(fileAnswers, std::optional<std::string>());
+        return OpenFile(request);
+    }
+
+    // The boxes shown, as their text or as "title: text".
+    std::vector<std::string> Texts(bool withTitles = false) const {
+        std::vector<std::string> texts;
+        for (const auto& m : messages)
+            texts.push_back(withTitles ? m.title + ": " + m.text : m.text);
+        return texts;
     }
 
     std::vector<ShownMessage> messages;

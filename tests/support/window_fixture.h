@@ -28,12 +28,7 @@ class WindowTest : public ::testing::Test {
         QApplication::sendEvent(field, &out);
     }
 
-    std::vector<std::string> MessageTexts() const {
-        std::vector<std::string> texts;
-        for (const auto& m : dialogs.messages)
-            texts.push_back(m.text);
-        return texts;
-    }
+    std::vector<std::string> MessageTexts() const { return dialogs.Texts(); }
 
     QTemporaryDir folder;
     FakeDialogs dialogs;
