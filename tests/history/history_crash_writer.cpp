@@ -6,6 +6,7 @@
 #include <sys/prctl.h>
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -23,11 +24,7 @@ int main(int argc, char** argv) {
     testing_support::TopicGame played(
         1, {"giraffe", "zebra", "otter", "lynx", "yak", "emu", "ibis", "newt"});
     game::Game& game = played.game;
-    history::History record{[] {
-        return std::chrono::duration_cast<std::chrono::milliseconds>(
-                   std::chrono::system_clock::now().time_since_epoch())
-            .count();
-    }};
+    history::History record{[] { return QDateTime::currentMSecsSinceEpoch(); }};
     QString error;
     const auto file = SqlHistory::Open(QString::fromLocal8Bit(argv[1]), record, error);
     if (!file) {

@@ -48,28 +48,14 @@ class TempFolder {
 
 class BotTest : public ::testing::Test {
   protected:
-    std::vector<std::string> Messages() const {
-        std::vector<std::string> texts;
-        for (const auto& m : dialogs.messages)
-            texts.push_back(m.title + ": " + m.text);
-        return texts;
-    }
+    std::vector<std::string> Messages() const { return dialogs.Texts(true); }
 
     TempFolder folder;
     FakeDialogs dialogs;
     FakeSocketLayer sockets;
     FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline;
-    session::Bot bot{{sockets,
-                      tmrMsgPause,
-                      tmrIdle,
-                      tmrTopics,
-                      tmrCcoms,
-                      tmrCcom2,
-                      tmrDeadline,
-                      dialogs,
-                      {},
-                      {},
-                      folder.Path()}};
+    session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline,
+                      dialogs, nullptr, nullptr, folder.Path()}};
 };
 
 }  // namespace testing_support

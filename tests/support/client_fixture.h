@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "fuzz/join_room.h"
 #include "oscar/encoding.h"
 #include "oscar/tolsock.h"
 #include "support/fake_sockets.h"
@@ -29,46 +30,16 @@ class ClientTest : public ::testing::Test {
     }
 
     // A redirect for `familyHex` answered through the whole service setup;
-    // returns the index the service got.
+    // returns the index the service got, with the frames the fuzz targets use.
     int OpenService(const std::string& familyHex, const std::string& cookie = "SVC") {
-        const std::size_t before = sockets.connectLog.size();
-        sockets.Deliver(0, Frame(2, oscar::HexToBytes("00010005000000000000") +
-                                        oscar::MakeTLV("000D", 2, oscar::HexToBytes(familyHex)) +
-                                        oscar::MakeTLV("0005", 2, "svc.example.net:5192") +
-                                        oscar::MakeTLV("0006", 2, cookie)));
-        if (sockets.connectLog.size() == before) return 0;
-        const int index = sockets.connectLog.back().first;
-        sockets.Deliver(index, Greeting());
-        sockets.Deliver(index, SnacFrame("000100030000000000000001" + familyHex));
-        sockets.Deliver(index, SnacFrame("0001001800000000000000010004" + familyHex + "0001"));
-        sockets.Deliver(index, SnacFrame("000100070000000000000000"));
-        return index;
+        return fuzz_support::OpenService(sockets, familyHex, cookie);
     }
 
     // JoinChat through chat navigation and the chat server up to the room
-    // information; returns the room's index.
+    // information; returns the room's index. The replies name exchange 4.
     int JoinRoom(const std::string& name, int exchange) {
         client.JoinChat(name, exchange, 0);
-        if (client.ChatNavIndex() == 0) {
-            const int nav = OpenService("000D", "NAV");
-            sockets.Deliver(nav, SnacFrame("000D0009000000000000"));
-        }
-        const int nav = client.ChatNavIndex();
-        const std::string cookie = "4-0-" + name;
-        sockets.Deliver(
-            nav, Frame(2, oscar::HexToBytes("000D0009000000000000") +
-                              oscar::MakeTLV("0004", 2,
-                                             oscar::Word(static_cast<std::uint16_t>(exchange)) +
-                                                 oscar::MakeTLV("", 1, cookie) +
-                                                 oscar::HexToBytes("0000"))));
-        const int room = OpenService("000E", cookie);
-        sockets.Deliver(
-            room, Frame(2, oscar::HexToBytes("000E0002000000000000") +
-                               oscar::Word(static_cast<std::uint16_t>(exchange)) +
-                               oscar::MakeTLV("", 1, cookie) + oscar::HexToBytes("0000020002") +
-                               oscar::MakeTLV("00D1", 2, oscar::HexToBytes("0400")) +
-                               oscar::MakeTLV("00D2", 2, oscar::HexToBytes("0064"))));
-        return room;
+        return fuzz_support::JoinRoom(sockets, client, name);
     }
 
     FakeSocketLayer sockets;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "game/chat_sender.h"
@@ -21,11 +22,7 @@ class FakeChat : public game::ChatSender {
     int FirstRoomIndex() const override { return firstRoom; }
 
     // The lines sent since the last call, and forgets them.
-    std::vector<SentLine> Take() {
-        std::vector<SentLine> lines;
-        lines.swap(sent);
-        return lines;
-    }
+    std::vector<SentLine> Take() { return std::exchange(sent, {}); }
 
     int firstRoom = 1;
     std::vector<SentLine> sent;

@@ -29,7 +29,6 @@ class FakeClock : public oscar::Clock {
         }
         now_ = until;
     }
-    std::optional<std::int64_t> Due() const { return due_; }
 
   private:
     std::int64_t now_ = 1000;

@@ -12,25 +12,27 @@
 
 namespace testing_support {
 
+// A box, question or prompt as shown; a prompt's default text with it.
 struct ShownMessage {
     std::string text;
     std::string title;
     game::MessageKind kind;
+    std::string defaultText;
 };
 
 class FakeDialogs : public game::OperatorDialogs {
   public:
     void ShowMessage(const std::string& text, const std::string& title,
                      game::MessageKind kind) override {
-        messages.push_back({text, title, kind});
+        messages.push_back({text, title, kind, {}});
     }
     bool AskYesNo(const std::string& text, const std::string& title) override {
-        questions.push_back({text, title, game::MessageKind::Plain});
+        questions.push_back({text, title, game::MessageKind::Plain, {}});
         return Next(yesNoAnswers, false);
     }
     std::string Prompt(const std::string& prompt, const std::string& title,
                        const std::string& defaultText) override {
-        prompts.push_back({prompt, title, defaultText});
+        prompts.push_back({prompt, title, game::MessageKind::Plain, defaultText});
         return Next(promptAnswers, std::string());
     }
     std::optional<std::string> OpenFile(const game::FileDialogRequest& request) override {
@@ -38,19 +40,20 @@ class FakeDialogs : public game::OperatorDialogs {
         return Next(fileAnswers, std::optional<std::string>());
     }
     std::optional<std::string> SaveFile(const game::FileDialogRequest& request) override {
-        fileRequests.push_back(request);
-        return Next(fileAnswers, std::optional<std::string>());
+        return OpenFile(request);
     }
 
-    struct AskedPrompt {
-        std::string prompt;
-        std::string title;
-        std::string defaultText;
-    };
+    // The boxes shown, as their text or as "title: text".
+    std::vector<std::string> Texts(bool withTitles = false) const {
+        std::vector<std::string> texts;
+        for (const auto& m : messages)
+            texts.push_back(withTitles ? m.title + ": " + m.text : m.text);
+        return texts;
+    }
 
     std::vector<ShownMessage> messages;
     std::vector<ShownMessage> questions;
-    std::vector<AskedPrompt> prompts;
+    std::vector<ShownMessage> prompts;
     std::vector<game::FileDialogRequest> fileRequests;
 
     std::deque<bool> yesNoAnswers;

@@ -16,9 +16,6 @@ namespace testing_support {
 struct FakeSocket {
     bool connected = false;
     std::string tag;
-    std::string host;
-    int port = 0;
-    int connects = 0;
     int closes = 0;
     std::string inbox;
 };
@@ -28,50 +25,33 @@ class FakeSocketLayer : public oscar::SocketLayer {
     void SetListener(oscar::SocketListener* listener) override { listener_ = listener; }
     void Create(int index) override { sockets[index]; }
     void Destroy(int index) override {
-        if (index == 0) {
-            Close(0);
-        } else {
-            sockets.erase(index);
-        }
+        if (index == 0) return Close(0);
+        sockets.erase(index);
     }
     bool Exists(int index) const override { return sockets.count(index) > 0; }
     void Connect(int index, const std::string& host, int port) override {
-        FakeSocket& s = sockets[index];
-        s.host = host;
-        s.port = port;
-        ++s.connects;
-        s.connected = connectAtOnce;
+        sockets[index].connected = connectAtOnce;
         connectLog.push_back({index, host + ":" + std::to_string(port)});
     }
     void Send(int index, const std::string& bytes) override {
-        auto it = sockets.find(index);
-        if (it == sockets.end() || !it->second.connected) return;
-        written.push_back({index, bytes});
+        if (IsConnected(index)) written.push_back({index, bytes});
     }
     std::string ReadAll(int index) override {
-        auto it = sockets.find(index);
-        if (it == sockets.end()) return {};
-        std::string bytes;
-        bytes.swap(it->second.inbox);
-        return bytes;
+        return Exists(index) ? std::exchange(sockets[index].inbox, {}) : std::string();
     }
     void Close(int index) override {
-        auto it = sockets.find(index);
-        if (it == sockets.end()) return;
-        it->second.connected = false;
-        ++it->second.closes;
+        if (!Exists(index)) return;
+        sockets[index].connected = false;
+        ++sockets[index].closes;
     }
     bool IsConnected(int index) const override {
-        auto it = sockets.find(index);
-        return it != sockets.end() && it->second.connected;
+        return Exists(index) && sockets.at(index).connected;
     }
     std::string Tag(int index) const override {
-        auto it = sockets.find(index);
-        return it == sockets.end() ? std::string() : it->second.tag;
+        return Exists(index) ? sockets.at(index).tag : std::string();
     }
     void SetTag(int index, const std::string& tag) override {
-        auto it = sockets.find(index);
-        if (it != sockets.end()) it->second.tag = tag;
+        if (Exists(index)) sockets[index].tag = tag;
     }
 
     // The server side of a test.

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "oscar/client_events.h"
@@ -64,11 +65,7 @@ class RecordingEvents : public oscar::ClientEvents {
     void EmailResults(S e, int p) override { Rec("EmailResults", e, p); }
     void RegistrationResults(int r, int p) override { Rec("RegistrationResults", r, p); }
 
-    std::vector<std::string> Take() {
-        std::vector<std::string> taken;
-        taken.swap(log);
-        return taken;
-    }
+    std::vector<std::string> Take() { return std::exchange(log, {}); }
 
     std::vector<std::string> log;
     // Runs after each event is logged: lets a test act from inside a handler.

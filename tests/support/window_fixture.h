@@ -28,22 +28,16 @@ class WindowTest : public ::testing::Test {
         QApplication::sendEvent(field, &out);
     }
 
-    std::vector<std::string> MessageTexts() const {
-        std::vector<std::string> texts;
-        for (const auto& m : dialogs.messages)
-            texts.push_back(m.text);
-        return texts;
-    }
+    std::vector<std::string> MessageTexts() const { return dialogs.Texts(); }
 
     QTemporaryDir folder;
     FakeDialogs dialogs;
     QtSocketLayer sockets;
     FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline;
     std::vector<std::string> opened;
-    int pickerRequests = 0;
     session::Bot bot{{sockets, tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2, tmrDeadline,
-                      dialogs, [this](const std::string& url) { opened.push_back(url); },
-                      [this] { ++pickerRequests; }, folder.path().toStdString()}};
+                      dialogs, [this](const std::string& url) { opened.push_back(url); }, nullptr,
+                      folder.path().toStdString()}};
     FrmMain window{bot};
 };
 
