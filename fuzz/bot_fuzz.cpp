@@ -18,13 +18,13 @@
 #include <string>
 #include <string_view>
 
-#include "fuzz/join_room.h"
 #include "oscar/encoding.h"
 #include "session/bot.h"
 #include "support/fake_dialogs.h"
 #include "support/fake_sockets.h"
 #include "support/fake_timer.h"
 #include "support/frames.h"
+#include "support/join_room.h"
 
 namespace {
 
@@ -118,7 +118,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::string& frame : SignOnFrames())
         sockets.Deliver(0, frame);
     bot.session.cmdJoin_Click("Word Games", "4");
-    const int room = fuzz_support::JoinRoom(sockets, bot.client, "Word Games");
+    const int room = testing_support::JoinRoom(sockets, bot.client, "Word Games");
     if (room == 0) std::abort();
 
     // A game under way: a topic on the list, an op, short timings.

@@ -8,10 +8,10 @@
 #include <cstdlib>
 #include <string>
 
-#include "fuzz/join_room.h"
 #include "oscar/tolsock.h"
 #include "support/fake_sockets.h"
 #include "support/frames.h"
+#include "support/join_room.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ void EnterState(std::uint8_t state, FakeSocketLayer& sockets, oscar::TolSock& cl
     // Joined: signing on asked for the room (see LoggedIn above); the servers
     // answer through both redirects, so the room is on the client's list and
     // its handlers run for the input below.
-    if (state % 4 == 3 && fuzz_support::JoinRoom(sockets, client, "Room") == 0) std::abort();
+    if (state % 4 == 3 && testing_support::JoinRoom(sockets, client, "Room") == 0) std::abort();
 }
 
 }  // namespace

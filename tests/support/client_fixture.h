@@ -6,11 +6,11 @@
 
 #include <string>
 
-#include "fuzz/join_room.h"
 #include "oscar/encoding.h"
 #include "oscar/tolsock.h"
 #include "support/fake_sockets.h"
 #include "support/frames.h"
+#include "support/join_room.h"
 #include "support/recording_events.h"
 
 namespace testing_support {
@@ -32,14 +32,14 @@ class ClientTest : public ::testing::Test {
     // A redirect for `familyHex` answered through the whole service setup;
     // returns the index the service got, with the frames the fuzz targets use.
     int OpenService(const std::string& familyHex, const std::string& cookie = "SVC") {
-        return fuzz_support::OpenService(sockets, familyHex, cookie);
+        return testing_support::OpenService(sockets, familyHex, cookie);
     }
 
     // JoinChat through chat navigation and the chat server up to the room
     // information; returns the room's index. The replies name exchange 4.
     int JoinRoom(const std::string& name, int exchange) {
         client.JoinChat(name, exchange, 0);
-        return fuzz_support::JoinRoom(sockets, client, name);
+        return testing_support::JoinRoom(sockets, client, name);
     }
 
     FakeSocketLayer sockets;

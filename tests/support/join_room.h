@@ -1,7 +1,8 @@
-// Puts a fuzzed client in a room the way a real server does: the service
-// redirect for chat navigation, that connection's setup, the rights reply,
-// the room reply, the redirect for the room and its setup, and the room
-// information. The fuzz input then reaches every room handler.
+// Puts a client on fake sockets in a room the way a real server does: the
+// service redirect for chat navigation, that connection's setup, the rights
+// reply, the room reply, the redirect for the room and its setup, and the
+// room information. The client tests start from there, and so does fuzz
+// input, which then reaches every room handler.
 #pragma once
 
 #include <string>
@@ -11,7 +12,7 @@
 #include "support/fake_sockets.h"
 #include "support/frames.h"
 
-namespace fuzz_support {
+namespace testing_support {
 
 using testing_support::FakeSocketLayer;
 using testing_support::Frame;
@@ -61,4 +62,4 @@ inline int JoinRoom(FakeSocketLayer& sockets, oscar::TolSock& client, const std:
     return client.Chat().empty() ? 0 : room;
 }
 
-}  // namespace fuzz_support
+}  // namespace testing_support
