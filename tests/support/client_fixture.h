@@ -30,7 +30,7 @@ class ClientTest : public ::testing::Test {
     }
 
     // A redirect for `familyHex` answered through the whole service setup;
-    // returns the index the service got, with the frames the fuzz targets use.
+    // returns the index the service got.
     int OpenService(const std::string& familyHex, const std::string& cookie = "SVC") {
         return testing_support::OpenService(sockets, familyHex, cookie);
     }
