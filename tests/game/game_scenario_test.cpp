@@ -61,11 +61,28 @@ class GameScenario : public ::testing::Test {
     }
 
     // The lines as sent: each with the style prefix.
-    static Lines L(std::initializer_list<std::string> texts) {
+    static Lines L(const Lines& texts) {
         Lines lines;
         for (const std::string& t : texts)
             lines.push_back(P + t);
         return lines;
+    }
+
+    // One row of a scene: `ticks` of `timer` (if any), then `who` says `line`
+    // (if anyone), then the bot has sent exactly `sent`.
+    struct Step {
+        FakeTimer* timer;
+        int ticks;
+        std::string who, line;
+        Lines sent;
+    };
+    void Play(const std::vector<Step>& scene) {
+        for (const Step& s : scene) {
+            SCOPED_TRACE(std::to_string(s.ticks) + " ticks, " + s.who + ": " + s.line);
+            if (s.timer) s.timer->Tick(s.ticks);
+            if (!s.who.empty()) Say(s.who, s.line);
+            EXPECT_EQ(Sent(), L(s.sent));
+        }
     }
 
     Lines Sent() {
@@ -127,20 +144,16 @@ TEST_F(GameScenario, PlaysRoundsWithPausesIdleTimeAndTheListInACircle) {
     EXPECT_EQ(game.Scores().lstPlayers().Rows(), (Lines{"somebody - 1"}));
 
     // Pause 10: nothing for ten ticks, the next word on the 11th.
-    tmrMsgPause.Tick(10);
-    EXPECT_TRUE(Sent().empty());
+    Play({{&tmrMsgPause, 10, "", "", {}}});
     tmrMsgPause.Tick();
     ExpectOnePuzzleFor("zebra", " (Hint: striped)");
     EXPECT_FALSE(tmrMsgPause.IsEnabled());
 
     // A wrong line, then a near miss, change nothing.
-    Say("ann", "zebras");
-    Say("ann", "zebra!");
-    EXPECT_TRUE(Sent().empty());
-
     // Idle 30: the word is replaced on the 31st tick, its answer unrevealed.
-    tmrIdle.Tick(30);
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "ann", "zebras", {}},
+          {nullptr, 0, "ann", "zebra!", {}},
+          {&tmrIdle, 30, "", "", {}}});
     tmrIdle.Tick();
     ExpectOnePuzzleFor("otter");
 
@@ -159,8 +172,7 @@ TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTo
     game.cmdAutoSendOn_Click();
     ExpectOnePuzzleFor("otter");
 
-    Say("Boss", "/skip");
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "Boss", "/skip", {}}});
     EXPECT_EQ(game.Lists().Position(), 0);
     EXPECT_FALSE(game.PendingAnswer());
     EXPECT_TRUE(tmrCcoms.IsEnabled()) << "a performed skip starts the pause";
@@ -173,8 +185,7 @@ TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTo
     tmrCcoms.Tick();
     Say("boss", "/skip");
     ExpectOnePuzzleFor("otter");
-    tmrIdle.Tick(30);
-    EXPECT_TRUE(Sent().empty());
+    Play({{&tmrIdle, 30, "", "", {}}});
 
     // With no puzzle pending, "/skip" does nothing and starts no pause.
     game.cmdAnswer_Click();
@@ -189,34 +200,38 @@ TEST_F(GameScenario, WinsTiesAndEndGame) {
     game.ScoreLimit = 3;
     game.cmdAutoSendOn_Click();
     Sent();
-    Solve("ann", "q");
-    Solve("Bob", "q");
-    Solve("ann", "Q");
+    const std::string newGame = "New Game Started! Topic: Letters!";
+    Play({{nullptr, 0, "ann", "q", {"ann got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "Bob", "q", {"Unscramble: q", "Bob got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "ann", "Q", {"Unscramble: q", "ann got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "", "", {"Unscramble: q"}}});
     EXPECT_EQ(game.Scores().lstPlayers().Rows(), (Lines{"ann - 2", "bob - 1"}));
-    Say("Ann", " q ");
-    EXPECT_EQ(Sent(), L({"Ann got it right!!! (q)", "ann is the winner with 3 points!",
-                         "New Game Started! Topic: Letters!"}));
+    Play({{nullptr,
+           0,
+           "Ann",
+           " q ",
+           {"Ann got it right!!! (q)", "ann is the winner with 3 points!", newGame}}});
     EXPECT_TRUE(game.Scores().lstPlayers().Empty());
-    tmrMsgPause.Tick(11);
-    ExpectOnePuzzleFor("q");
 
     // Limit 1: the first correct answer wins at once.
     game.ScoreLimit = 1;
-    Say("Cat", "q");
-    EXPECT_EQ(Sent(), L({"Cat got it right!!! (q)", "cat is the winner with 1 points!",
-                         "New Game Started! Topic: Letters!"}));
+    Play({{&tmrMsgPause,
+           11,
+           "Cat",
+           "q",
+           {"Unscramble: q", "Cat got it right!!! (q)", "cat is the winner with 1 points!",
+            newGame}}});
 
     game.ScoreLimit = 15;
-    tmrMsgPause.Tick(11);
-    Solve("ann", "q");
-    Solve("bob", "q");
-    EXPECT_EQ(Command("boss", "/new game"),
-              L({"TIE GAME!!! Winners: ann, bob", "New Game Started! Topic: Letters!"}));
-    EXPECT_EQ(Command("boss", "/newgame"), L({"New Game Started! Topic: Letters!"}));
-
-    tmrMsgPause.Tick(11);
-    Solve("cat", "q");
-    EXPECT_EQ(Command("boss", "/End Game"), L({"cat is the winner with 1 points!"}));
+    Play({{&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
+          {nullptr, 0, "ann", "q", {"ann got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "bob", "q", {"Unscramble: q", "bob got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
+          {&tmrCcoms, 1, "boss", "/new game", {"TIE GAME!!! Winners: ann, bob", newGame}},
+          {&tmrCcoms, 1, "boss", "/newgame", {newGame}},
+          {&tmrMsgPause, 11, "cat", "q", {"Unscramble: q", "cat got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
+          {&tmrCcoms, 1, "boss", "/End Game", {"cat is the winner with 1 points!"}}});
     EXPECT_FALSE(game.GameOn);
     EXPECT_FALSE(tmrMsgPause.IsEnabled());
     EXPECT_FALSE(tmrIdle.IsEnabled());
@@ -233,8 +248,11 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
     game.cmdAutoSendOn_Click();
     ExpectOnePuzzleFor("bread");
 
-    Say("boss", "/newtopic");
-    EXPECT_EQ(Sent(), L({"Please choose a new topic from this list: Star Wars, Food, Colours."}));
+    Play({{nullptr,
+           0,
+           "boss",
+           "/newtopic",
+           {"Please choose a new topic from this list: Star Wars, Food, Colours."}}});
     EXPECT_TRUE(tmrTopics.IsEnabled());
     EXPECT_FALSE(tmrIdle.IsEnabled());
     EXPECT_FALSE(game.PendingAnswer());
@@ -253,8 +271,7 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
     game.chkTopicVote = true;
     game.NewTopic(true);
     Sent();
-    Say("ann", "food");
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "ann", "food", {}}});
     tmrTopics.Tick();
     const std::string chosen = game.Lists().CurrentTopic();
     EXPECT_EQ(Sent(),
@@ -275,8 +292,7 @@ TEST_F(GameScenario, NewTopicFromThePanelAsksFirstAndNeedsTopics) {
     EXPECT_EQ(dialogs.messages[0].text, "There are no topics to choose from!");
 
     commands.Ops().Add("boss");
-    Say("boss", "/newtopic");
-    EXPECT_EQ(Sent(), L({"There are no topics loaded to choose from!"}));
+    Play({{nullptr, 0, "boss", "/newtopic", {"There are no topics loaded to choose from!"}}});
     EXPECT_FALSE(tmrTopics.IsEnabled());
 }
 
@@ -287,10 +303,9 @@ TEST_F(GameScenario, DisallowedPlayersTakePartInNothing) {
     game.cmdAutoSendOn_Click();
     Sent();
 
-    Say("T Roll", "q");
-    Say("troll", "/hint");
-    Say("troll", "/stop");
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "T Roll", "q", {}},
+          {nullptr, 0, "troll", "/hint", {}},
+          {nullptr, 0, "troll", "/stop", {}}});
     EXPECT_TRUE(game.Scores().Empty());
     EXPECT_TRUE(game.GameOn);
     EXPECT_EQ(console.Text(), "T Roll: q\r\ntroll: /hint\r\ntroll: /stop\r\n");
@@ -301,8 +316,7 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
     game.cmdAutoSendOn_Click();
     Sent();
 
-    Say("ann", "/HINT");
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "ann", "/HINT", {}}});
     Say("ann", "/hint");
     Lines lines = Sent();
     ASSERT_EQ(lines.size(), 1u);
@@ -311,22 +325,13 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
     EXPECT_EQ(hint.size(), 10u) << "the hint keeps the answer's spaces";
     EXPECT_GE(std::count(hint.begin(), hint.end(), '*'), 3);
 
-    Say("bob", "/hint please");
-    Say("bob", "/score");
-    EXPECT_TRUE(Sent().empty()) << "within 10 s of the first";
-    tmrCcom2.Tick();
-    Say("bob", "/score");
-    EXPECT_EQ(Sent(), L({"There are no recorded scores yet."}));
-    tmrCcom2.Tick();
-
-    commands.chkHint = true;
-    Say("bob", "/hint");
-    EXPECT_TRUE(Sent().empty()) << "the hint command can be switched off";
-
-    Say("carl", "elephant");
-    tmrCcom2.Tick();
-    Say("carl", "/score");
-    EXPECT_EQ(Sent(), L({"carl got it right!!! (elephant)", "<B><U>TOP SCORES</U></B>: carl [1]"}));
+    Play({{nullptr, 0, "bob", "/hint please", {}},
+          {nullptr, 0, "bob", "/score", {}},  // within 10 s of the first
+          {&tmrCcom2, 1, "bob", "/score", {"There are no recorded scores yet."}}});
+    commands.chkHint = true;  // the hint command switched off
+    Play({{&tmrCcom2, 1, "bob", "/hint", {}},
+          {nullptr, 0, "carl", "elephant", {"carl got it right!!! (elephant)"}},
+          {&tmrCcom2, 1, "carl", "/score", {"<B><U>TOP SCORES</U></B>: carl [1]"}}});
 }
 
 TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
