@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "game/chat_commands.h"
 #include "game/game.h"
@@ -53,13 +54,6 @@ class GameScenario : public ::testing::Test {
         return Sent();
     }
 
-    // `who` solves the word in play; the next one follows the pause.
-    void Solve(const std::string& who, const std::string& answer) {
-        Say(who, answer);
-        tmrMsgPause.Tick(11);
-        Sent();
-    }
-
     // The lines as sent: each with the style prefix.
     static Lines L(const Lines& texts) {
         Lines lines;
@@ -69,12 +63,14 @@ class GameScenario : public ::testing::Test {
     }
 
     // One row of a scene: `ticks` of `timer` (if any), then `who` says `line`
-    // (if anyone), then the bot has sent exactly `sent`.
+    // (if anyone), then the bot has sent exactly `sent`; `paused`, where
+    // given: whether the command pause runs after it.
     struct Step {
         FakeTimer* timer;
         int ticks;
         std::string who, line;
         Lines sent;
+        std::optional<bool> paused = {};
     };
     void Play(const std::vector<Step>& scene) {
         for (const Step& s : scene) {
@@ -82,6 +78,7 @@ class GameScenario : public ::testing::Test {
             if (s.timer) s.timer->Tick(s.ticks);
             if (!s.who.empty()) Say(s.who, s.line);
             EXPECT_EQ(Sent(), L(s.sent));
+            EXPECT_EQ(tmrCcoms.IsEnabled(), s.paused.value_or(tmrCcoms.IsEnabled()));
         }
     }
 
@@ -94,24 +91,18 @@ class GameScenario : public ::testing::Test {
         return lines;
     }
 
-    // The line just sent is the scramble of `answer`, with its hint if any.
-    void ExpectScramble(const std::string& line, const std::string& answer,
-                        const std::string& hintPart = "") {
-        const std::string head = P + "Unscramble: ";
+    // The one line just sent is the scramble of `answer`, with its hint if any.
+    void ExpectOnePuzzleFor(const std::string& answer, const std::string& hintPart = "") {
+        const Lines lines = Sent();
+        ASSERT_EQ(lines.size(), 1u);
+        const std::string head = P + "Unscramble: ", line = lines[0];
         ASSERT_EQ(line.rfind(head, 0), 0u) << line;
         ASSERT_EQ(line.size(), head.size() + answer.size() + hintPart.size()) << line;
-        std::string letters = line.substr(head.size(), answer.size());
-        std::string expected = answer;
+        std::string letters = line.substr(head.size(), answer.size()), expected = answer;
         std::sort(letters.begin(), letters.end());
         std::sort(expected.begin(), expected.end());
         EXPECT_EQ(letters, expected) << line;
         EXPECT_EQ(line.substr(head.size() + answer.size()), hintPart) << line;
-    }
-
-    void ExpectOnePuzzleFor(const std::string& answer, const std::string& hintPart = "") {
-        const Lines lines = Sent();
-        ASSERT_EQ(lines.size(), 1u);
-        ExpectScramble(lines[0], answer, hintPart);
         ASSERT_TRUE(game.PendingAnswer());
         EXPECT_EQ(*game.PendingAnswer(), answer);
     }
@@ -139,8 +130,8 @@ TEST_F(GameScenario, PlaysRoundsWithPausesIdleTimeAndTheListInACircle) {
     // Markup and spaces around the answer, any case: credited.
     Say("Some Body", "<font color=\"red\">  GiRaFfe </font>");
     EXPECT_EQ(Sent(), L({"Some Body got it right!!! (giraffe)"}));
-    EXPECT_FALSE(game.PendingAnswer());
-    EXPECT_FALSE(tmrIdle.IsEnabled());
+    EXPECT_EQ(std::tuple(game.PendingAnswer().has_value(), tmrIdle.IsEnabled()),
+              std::tuple(false, false));
     EXPECT_EQ(game.Scores().lstPlayers().Rows(), (Lines{"somebody - 1"}));
 
     // Pause 10: nothing for ten ticks, the next word on the 11th.
@@ -232,11 +223,10 @@ TEST_F(GameScenario, WinsTiesAndEndGame) {
           {&tmrMsgPause, 11, "cat", "q", {"Unscramble: q", "cat got it right!!! (q)"}},
           {&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
           {&tmrCcoms, 1, "boss", "/End Game", {"cat is the winner with 1 points!"}}});
-    EXPECT_FALSE(game.GameOn);
-    EXPECT_FALSE(tmrMsgPause.IsEnabled());
-    EXPECT_FALSE(tmrIdle.IsEnabled());
-    EXPECT_TRUE(game.Scores().lstPlayers().Empty());
-    EXPECT_FALSE(tmrCcoms.IsEnabled()) << "/endgame starts no pause";
+    // Over: no game, no timer (no command pause either), no players.
+    EXPECT_EQ(std::tuple(game.GameOn, tmrMsgPause.IsEnabled(), tmrIdle.IsEnabled(),
+                         tmrCcoms.IsEnabled(), game.Scores().lstPlayers().Empty()),
+              std::tuple(false, false, false, false, true));
 }
 
 TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
@@ -253,9 +243,9 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
            "boss",
            "/newtopic",
            {"Please choose a new topic from this list: Star Wars, Food, Colours."}}});
-    EXPECT_TRUE(tmrTopics.IsEnabled());
-    EXPECT_FALSE(tmrIdle.IsEnabled());
-    EXPECT_FALSE(game.PendingAnswer());
+    EXPECT_EQ(
+        std::tuple(tmrTopics.IsEnabled(), tmrIdle.IsEnabled(), game.PendingAnswer().has_value()),
+        std::tuple(true, false, false));
 
     // The first line naming a topic takes it and is read no further.
     EXPECT_EQ(Command("boss", "<b>star wars</b>"), L({"The Topic 'Star Wars' has been chosen!"}));
@@ -276,9 +266,9 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
     const std::string chosen = game.Lists().CurrentTopic();
     EXPECT_EQ(Sent(),
               L({"No topics were chosen. The topic '" + chosen + "' has been chosen randomly."}));
-    EXPECT_FALSE(tmrTopics.IsEnabled());
-    EXPECT_TRUE(tmrMsgPause.IsEnabled());
-    EXPECT_FALSE(game.Lists().lstWords().Empty());
+    EXPECT_EQ(
+        std::tuple(tmrTopics.IsEnabled(), tmrMsgPause.IsEnabled(), game.Lists().lstWords().Empty()),
+        std::tuple(false, true, false));
 }
 
 TEST_F(GameScenario, NewTopicFromThePanelAsksFirstAndNeedsTopics) {
@@ -337,50 +327,43 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
 TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     Load("Letters", {"q,a letter"});
     commands.Ops().Add("boss");
-    Say("Boss", "/help");
-    EXPECT_EQ(Sent(), L({ChatCommands::kHelpText}));
-
     // A second command within ten seconds is ignored; after the pause it runs.
-    Say("boss", "/op ann");
-    EXPECT_TRUE(Sent().empty());
-    EXPECT_EQ(Command("boss", "/Op Some Body"), L({"somebody has been oped."}));
+    Play({{nullptr, 0, "Boss", "/help", {ChatCommands::kHelpText}},
+          {nullptr, 0, "boss", "/op ann", {}},
+          {&tmrCcoms, 1, "boss", "/Op Some Body", {"somebody has been oped."}}});
     EXPECT_EQ(commands.Ops().Rows().Rows(), (Lines{"boss", "somebody"}));
 
-    // Each line after the pause of the one before; `paused`: it starts one.
-    const struct {
-        const char* who;
-        const char* line;
-        Lines sent;
-        bool paused;
-    } script[] = {
-        {"somebody", "/options", L({"tions has been oped."}), true},
-        {"boss", "/op tions", L({"tions is already oped."}), true},
-        {"boss", "/deop tions", L({"tions has been deoped."}), true},
-        {"boss", "/deop tions", L({"tions is not oped."}), true},
-        {"boss", "/disallow Troll", L({"troll has been disallowed."}), true},
-        {"boss", "/disallow troll", L({"troll is already disallowed."}), true},
-        {"boss", "/allow troll", L({"troll has been allowed to participate."}), true},
-        {"boss", "/allow troll", L({"troll is not disallowed."}), true},
-        {"boss", "/start", L({"There are no topics loaded! Please load a topic."}), true},
-        {"boss", "/newtopic", L({"Please choose a new topic from this list: Letters."}), true},
-        {"ann", "LETTERS", L({"The Topic 'Letters' has been chosen!"}), false},
-        {"boss", "/start", L({"Unscramble: q (Hint: a letter)"}), true},
-        {"boss", "/answer", L({"The answer was (q)!"}), true},
-        {"boss", "/answer", {}, false},  // nothing to reveal
-        {"boss", "/skip", {}, false},
-        {"boss", "/stop now", L({"Auto-send turned off!"}), true},
-        {"ann", "/help", {}, false},  // ann is no op
-        {"boss", "/dance", {}, false},
+    // Each line after the pause of the one before.
+    FakeTimer* const pause = &tmrCcoms;
+    Play({
+        {pause, 1, "somebody", "/options", {"tions has been oped."}, true},
+        {pause, 1, "boss", "/op tions", {"tions is already oped."}, true},
+        {pause, 1, "boss", "/deop tions", {"tions has been deoped."}, true},
+        {pause, 1, "boss", "/deop tions", {"tions is not oped."}, true},
+        {pause, 1, "boss", "/disallow Troll", {"troll has been disallowed."}, true},
+        {pause, 1, "boss", "/disallow troll", {"troll is already disallowed."}, true},
+        {pause, 1, "boss", "/allow troll", {"troll has been allowed to participate."}, true},
+        {pause, 1, "boss", "/allow troll", {"troll is not disallowed."}, true},
+        {pause, 1, "boss", "/start", {"There are no topics loaded! Please load a topic."}, true},
+        {pause,
+         1,
+         "boss",
+         "/newtopic",
+         {"Please choose a new topic from this list: Letters."},
+         true},
+        {pause, 1, "ann", "LETTERS", {"The Topic 'Letters' has been chosen!"}, false},
+        {pause, 1, "boss", "/start", {"Unscramble: q (Hint: a letter)"}, true},
+        {pause, 1, "boss", "/answer", {"The answer was (q)!"}, true},
+        {pause, 1, "boss", "/answer", {}, false},  // nothing to reveal
+        {pause, 1, "boss", "/skip", {}, false},
+        {pause, 1, "boss", "/stop now", {"Auto-send turned off!"}, true},
+        {pause, 1, "ann", "/help", {}, false},  // ann is no op
+        {pause, 1, "boss", "/dance", {}, false},
         // Entities are decoded before the line is read, "&amp;" last (so
         // this line reads "/&lt;b>op ann", no command).
-        {"boss", "/&amp;lt;b&gt;op ann", {}, false},
-        {"boss", "/&lt;b&gt;op ann", L({"ann has been oped."}), true},
-    };
-    for (const auto& c : script) {
-        SCOPED_TRACE(std::string(c.who) + ": " + c.line);
-        EXPECT_EQ(Command(c.who, c.line), c.sent);
-        EXPECT_EQ(tmrCcoms.IsEnabled(), c.paused);
-    }
+        {pause, 1, "boss", "/&amp;lt;b&gt;op ann", {}, false},
+        {pause, 1, "boss", "/&lt;b&gt;op ann", {"ann has been oped."}, true},
+    });
 
     // Signed off, "/start" starts nothing; a correct answer while auto-send
     // is off is credited, and no word follows.
