@@ -371,8 +371,7 @@ TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     EXPECT_FALSE(game.GameOn);
     game.WordSend("q");
     Sent();
-    Say("ann", "q");
-    EXPECT_EQ(Sent(), L({"ann got it right!!! (q)"}));
+    Play({{nullptr, 0, "ann", "q", {"ann got it right!!! (q)"}}});
     EXPECT_FALSE(tmrMsgPause.IsEnabled());
 }
 
@@ -436,11 +435,7 @@ TEST(LineStyle, BuildsThePrefixFromTheFieldsOnSetFont) {
     // The text itself is the caller's: it goes after the prefix as it is.
     EXPECT_EQ(style.Styled("salt & pepper <3"), P + "salt & pepper <3");
 
-    style.fields.chkStrike = true;
-    style.fields.chkBold = true;
-    style.fields.chkUnderline = true;
-    style.fields.chkItalics = true;
-    style.fields.txtFontColor = "ff00ff";
+    style.fields = {"000000", "ff00ff", "Times New Roman", true, true, true, true};  // all boxes
     EXPECT_EQ(style.FontChange(), P) << "fields take effect on Set Font only";
     style.cmdSetFont_Click();
     EXPECT_EQ(style.FontChange(),
