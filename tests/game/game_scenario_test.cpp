@@ -294,8 +294,7 @@ TEST_F(GameScenario, DisallowedPlayersTakePartInNothing) {
     Play({{nullptr, 0, "T Roll", "q", {}},
           {nullptr, 0, "troll", "/hint", {}},
           {nullptr, 0, "troll", "/stop", {}}});
-    EXPECT_TRUE(game.Scores().Empty());
-    EXPECT_TRUE(game.GameOn);
+    EXPECT_EQ(std::tuple(game.Scores().Empty(), game.GameOn), std::tuple(true, true));
     EXPECT_EQ(console.Text(), "T Roll: q\r\ntroll: /hint\r\ntroll: /stop\r\n");
 }
 
@@ -380,10 +379,8 @@ TEST_F(GameScenario, AnEmptiedListStopsAutoSend) {
     game.cmdAutoSendOn_Click();
     Sent();
     game.Lists().cmdClearList_Click();
-    tmrIdle.Tick(31);
-    EXPECT_EQ(Sent(), L({"Word list cleared. Auto-sender turned off!"}));
-    EXPECT_FALSE(game.GameOn);
-    EXPECT_FALSE(tmrIdle.IsEnabled());
+    Play({{&tmrIdle, 31, "", "", {"Word list cleared. Auto-sender turned off!"}}});
+    EXPECT_EQ(std::tuple(game.GameOn, tmrIdle.IsEnabled()), std::tuple(false, false));
 
     game.cmdAutoSendOn_Click();
     ASSERT_EQ(dialogs.messages.size(), 1u);
