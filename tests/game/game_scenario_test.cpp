@@ -47,13 +47,6 @@ class GameScenario : public ::testing::Test {
         commands.ChatMessage(room, who, line);
     }
 
-    // An op's command after the command pause has passed: the lines it sent.
-    Lines Command(const std::string& who, const std::string& line) {
-        tmrCcoms.Tick();
-        Say(who, line);
-        return Sent();
-    }
-
     // The lines as sent: each with the style prefix.
     static Lines L(const Lines& texts) {
         Lines lines;
@@ -246,7 +239,7 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
         std::tuple(true, false, false));
 
     // The first line naming a topic takes it and is read no further.
-    EXPECT_EQ(Command("boss", "<b>star wars</b>"), L({"The Topic 'Star Wars' has been chosen!"}));
+    Play({{&tmrCcoms, 1, "boss", "<b>star wars</b>", {"The Topic 'Star Wars' has been chosen!"}}});
     EXPECT_FALSE(tmrTopics.IsEnabled());
     EXPECT_EQ(game.Lists().CurrentTopic(), "Star Wars");
     Lines words = game.Lists().lstWords().Rows();
@@ -365,7 +358,7 @@ TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     // Signed off, "/start" starts nothing; a correct answer while auto-send
     // is off is credited, and no word follows.
     game.SignedOn = false;
-    Command("boss", "/start");
+    Play({{&tmrCcoms, 1, "boss", "/start", {}}});
     EXPECT_EQ(dialogs.messages.at(0).text, "You need to login to use the scrambler.");
     EXPECT_FALSE(game.GameOn);
     game.WordSend("q");
