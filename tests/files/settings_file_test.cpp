@@ -76,15 +76,13 @@ TEST_F(SettingsTest, ReadingRulesForNumbersFlagsNamesAndTopics) {
         "underline:1\r\nsecure:0\r\nop:alice\r\nop:alice\r\nop:Alice Smith\r\nmode:3\r\n"
         "Version:2.0.0\r\nno colon here\r\ntopic:Animals:" +
         folder.Write("a:b.txt", "ant\r\n") + "\r\ntopic:Gone:/no/such:file.txt\r\n");
-    EXPECT_EQ(f.txtScoreLimit, "15");
-    EXPECT_EQ(f.txtIdleTime, "12.5");
+    EXPECT_EQ(std::tie(f.txtScoreLimit, f.txtIdleTime, f.txtSendPause, f.txtSN, f.chkLock),
+              std::tuple("15", "12.5", "10", "name", false));
     EXPECT_EQ(bot.game.IdleTime, 12);
-    EXPECT_EQ(f.txtSendPause, "10");
-    EXPECT_EQ(f.txtSN, "name");
-    EXPECT_TRUE(bot.game.Style().fields.chkBold) << "a load only ever checks a style box";
-    EXPECT_FALSE(bot.game.Style().fields.chkItalics);
-    EXPECT_TRUE(bot.game.Style().fields.chkUnderline);
-    EXPECT_FALSE(f.chkLock);
+    const auto& style = bot.game.Style().fields;
+    EXPECT_EQ(std::tuple(style.chkBold, style.chkItalics, style.chkUnderline),
+              std::tuple(true, false, true))
+        << "a load only ever checks a style box";
     EXPECT_EQ(bot.commands.Ops().Rows().Rows(), (Lines{"alice", "alice", "Alice Smith"}));
     EXPECT_FALSE(bot.commands.Ops().Contains("alicesmith"));
     EXPECT_EQ(bot.game.Modes().GetGameMode(), 0);
@@ -116,23 +114,19 @@ TEST_F(SettingsTest, AnOldShortFileLoadsOnDefaultsAndStopsAGame) {
     sockets.written.clear();
 
     const SettingsFields f = Load("fullcaps:0\r\nmode:x\r\n");
-    EXPECT_FALSE(bot.game.chkLCase);
-    EXPECT_EQ(bot.game.Modes().GetGameMode(), 0);
-    EXPECT_EQ(bot.game.Style().fields.txtFontColor, "00bfff");
+    EXPECT_EQ(std::tuple(bot.game.chkLCase, bot.game.Modes().GetGameMode(),
+                         bot.game.Style().fields.txtFontColor),
+              std::tuple(false, 0, "00bfff"));
     ASSERT_EQ(sockets.written.size(), 1u) << "one line to the room";
     EXPECT_NE(sockets.written[0].second.find("Game disabled due to user loading old settings."),
               std::string::npos);
-    EXPECT_FALSE(bot.game.GameOn);
-    EXPECT_FALSE(tmrIdle.IsEnabled());
-    EXPECT_TRUE(bot.game.Lists().lstWords().Empty());
-    EXPECT_FALSE(bot.game.PendingAnswer());
-    EXPECT_TRUE(bot.game.Scores().Empty());
-    EXPECT_TRUE(bot.commands.Disallows().Empty());
-    EXPECT_EQ(f.cmbServers, "localhost");
-    EXPECT_EQ(f.txtChat, "Chat Name");
-    EXPECT_FALSE(f.chkFullCaps);
-    EXPECT_TRUE(f.chkLock);
-    EXPECT_TRUE(f.chkReconnect);
+    // The game stops and its words, scores and disallowed players go.
+    EXPECT_EQ(std::tuple(bot.game.GameOn, tmrIdle.IsEnabled(), bot.game.PendingAnswer().has_value(),
+                         bot.game.Lists().lstWords().Empty(), bot.game.Scores().Empty(),
+                         bot.commands.Disallows().Empty()),
+              std::tuple(false, false, false, true, true, true));
+    EXPECT_EQ(std::tie(f.cmbServers, f.txtChat, f.chkFullCaps, f.chkLock, f.chkReconnect),
+              std::tuple("localhost", "Chat Name", false, true, true));
     EXPECT_TRUE(bot.game.SignedOn) << "the session is left alone";
 }
 

@@ -93,9 +93,9 @@ TEST_F(TopicFilesTest, MissingFilesCancelledDialogsAndEmptyListsAreHandled) {
     EXPECT_EQ(bot.errors.At(0), "Failed to load topic from directory '" + folder.Path() + "'!");
     EXPECT_EQ(bot.errors.At(2),
               "Failed to auto load topic 'Gone' from directory '" + folder.File("gone.txt") + "'!");
-    EXPECT_TRUE(topics.empty());
-    EXPECT_TRUE(dialogs.prompts.empty()) << "nothing is asked for a file that is not there";
-    EXPECT_EQ(dialogs.fileRequests.size(), 3u) << "no file is asked for an empty list";
+    // No topic; no name asked for a file that is not there, no file for an empty list.
+    EXPECT_EQ(std::tuple(topics.size(), dialogs.prompts.size(), dialogs.fileRequests.size()),
+              std::tuple(0u, 0u, 3u));
 
     // Loaded with the settings: the name as given, no box.
     bot.topicFiles.AutoLoadTopic(" My Topic ", folder.Write("t.txt", "a\r\nb\r\n"));

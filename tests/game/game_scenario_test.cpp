@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "game/chat_commands.h"
 #include "game/game.h"
@@ -46,26 +47,32 @@ class GameScenario : public ::testing::Test {
         commands.ChatMessage(room, who, line);
     }
 
-    // An op's command after the command pause has passed: the lines it sent.
-    Lines Command(const std::string& who, const std::string& line) {
-        tmrCcoms.Tick();
-        Say(who, line);
-        return Sent();
-    }
-
-    // `who` solves the word in play; the next one follows the pause.
-    void Solve(const std::string& who, const std::string& answer) {
-        Say(who, answer);
-        tmrMsgPause.Tick(11);
-        Sent();
-    }
-
     // The lines as sent: each with the style prefix.
-    static Lines L(std::initializer_list<std::string> texts) {
+    static Lines L(const Lines& texts) {
         Lines lines;
         for (const std::string& t : texts)
             lines.push_back(P + t);
         return lines;
+    }
+
+    // One row of a scene: `ticks` of `timer` (if any), then `who` says `line`
+    // (if anyone), then the bot has sent exactly `sent`; `paused`, where
+    // given: whether the command pause runs after it.
+    struct Step {
+        FakeTimer* timer;
+        int ticks;
+        std::string who, line;
+        Lines sent;
+        std::optional<bool> paused = {};
+    };
+    void Play(const std::vector<Step>& scene) {
+        for (const Step& s : scene) {
+            SCOPED_TRACE(std::to_string(s.ticks) + " ticks, " + s.who + ": " + s.line);
+            if (s.timer) s.timer->Tick(s.ticks);
+            if (!s.who.empty()) Say(s.who, s.line);
+            EXPECT_EQ(Sent(), L(s.sent));
+            EXPECT_EQ(tmrCcoms.IsEnabled(), s.paused.value_or(tmrCcoms.IsEnabled()));
+        }
     }
 
     Lines Sent() {
@@ -77,24 +84,18 @@ class GameScenario : public ::testing::Test {
         return lines;
     }
 
-    // The line just sent is the scramble of `answer`, with its hint if any.
-    void ExpectScramble(const std::string& line, const std::string& answer,
-                        const std::string& hintPart = "") {
-        const std::string head = P + "Unscramble: ";
+    // The one line just sent is the scramble of `answer`, with its hint if any.
+    void ExpectOnePuzzleFor(const std::string& answer, const std::string& hintPart = "") {
+        const Lines lines = Sent();
+        ASSERT_EQ(lines.size(), 1u);
+        const std::string head = P + "Unscramble: ", line = lines[0];
         ASSERT_EQ(line.rfind(head, 0), 0u) << line;
         ASSERT_EQ(line.size(), head.size() + answer.size() + hintPart.size()) << line;
-        std::string letters = line.substr(head.size(), answer.size());
-        std::string expected = answer;
+        std::string letters = line.substr(head.size(), answer.size()), expected = answer;
         std::sort(letters.begin(), letters.end());
         std::sort(expected.begin(), expected.end());
         EXPECT_EQ(letters, expected) << line;
         EXPECT_EQ(line.substr(head.size() + answer.size()), hintPart) << line;
-    }
-
-    void ExpectOnePuzzleFor(const std::string& answer, const std::string& hintPart = "") {
-        const Lines lines = Sent();
-        ASSERT_EQ(lines.size(), 1u);
-        ExpectScramble(lines[0], answer, hintPart);
         ASSERT_TRUE(game.PendingAnswer());
         EXPECT_EQ(*game.PendingAnswer(), answer);
     }
@@ -122,25 +123,21 @@ TEST_F(GameScenario, PlaysRoundsWithPausesIdleTimeAndTheListInACircle) {
     // Markup and spaces around the answer, any case: credited.
     Say("Some Body", "<font color=\"red\">  GiRaFfe </font>");
     EXPECT_EQ(Sent(), L({"Some Body got it right!!! (giraffe)"}));
-    EXPECT_FALSE(game.PendingAnswer());
-    EXPECT_FALSE(tmrIdle.IsEnabled());
+    EXPECT_EQ(std::tuple(game.PendingAnswer().has_value(), tmrIdle.IsEnabled()),
+              std::tuple(false, false));
     EXPECT_EQ(game.Scores().lstPlayers().Rows(), (Lines{"somebody - 1"}));
 
     // Pause 10: nothing for ten ticks, the next word on the 11th.
-    tmrMsgPause.Tick(10);
-    EXPECT_TRUE(Sent().empty());
+    Play({{&tmrMsgPause, 10, "", "", {}}});
     tmrMsgPause.Tick();
     ExpectOnePuzzleFor("zebra", " (Hint: striped)");
     EXPECT_FALSE(tmrMsgPause.IsEnabled());
 
     // A wrong line, then a near miss, change nothing.
-    Say("ann", "zebras");
-    Say("ann", "zebra!");
-    EXPECT_TRUE(Sent().empty());
-
     // Idle 30: the word is replaced on the 31st tick, its answer unrevealed.
-    tmrIdle.Tick(30);
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "ann", "zebras", {}},
+          {nullptr, 0, "ann", "zebra!", {}},
+          {&tmrIdle, 30, "", "", {}}});
     tmrIdle.Tick();
     ExpectOnePuzzleFor("otter");
 
@@ -159,11 +156,9 @@ TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTo
     game.cmdAutoSendOn_Click();
     ExpectOnePuzzleFor("otter");
 
-    Say("Boss", "/skip");
-    EXPECT_TRUE(Sent().empty());
-    EXPECT_EQ(game.Lists().Position(), 0);
-    EXPECT_FALSE(game.PendingAnswer());
-    EXPECT_TRUE(tmrCcoms.IsEnabled()) << "a performed skip starts the pause";
+    Play({{nullptr, 0, "Boss", "/skip", {}, true}});  // a performed skip starts the pause
+    EXPECT_EQ(std::tuple(game.Lists().Position(), game.PendingAnswer().has_value()),
+              std::tuple(0, false));
     tmrIdle.Tick(31);
     ExpectOnePuzzleFor("zebra");
 
@@ -173,14 +168,12 @@ TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTo
     tmrCcoms.Tick();
     Say("boss", "/skip");
     ExpectOnePuzzleFor("otter");
-    tmrIdle.Tick(30);
-    EXPECT_TRUE(Sent().empty());
+    Play({{&tmrIdle, 30, "", "", {}}});
 
     // With no puzzle pending, "/skip" does nothing and starts no pause.
     game.cmdAnswer_Click();
     Sent();
-    EXPECT_TRUE(Command("boss", "/skip").empty());
-    EXPECT_FALSE(tmrCcoms.IsEnabled());
+    Play({{&tmrCcoms, 1, "boss", "/skip", {}, false}});
 }
 
 TEST_F(GameScenario, WinsTiesAndEndGame) {
@@ -189,39 +182,42 @@ TEST_F(GameScenario, WinsTiesAndEndGame) {
     game.ScoreLimit = 3;
     game.cmdAutoSendOn_Click();
     Sent();
-    Solve("ann", "q");
-    Solve("Bob", "q");
-    Solve("ann", "Q");
+    const std::string newGame = "New Game Started! Topic: Letters!";
+    Play({{nullptr, 0, "ann", "q", {"ann got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "Bob", "q", {"Unscramble: q", "Bob got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "ann", "Q", {"Unscramble: q", "ann got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "", "", {"Unscramble: q"}}});
     EXPECT_EQ(game.Scores().lstPlayers().Rows(), (Lines{"ann - 2", "bob - 1"}));
-    Say("Ann", " q ");
-    EXPECT_EQ(Sent(), L({"Ann got it right!!! (q)", "ann is the winner with 3 points!",
-                         "New Game Started! Topic: Letters!"}));
+    Play({{nullptr,
+           0,
+           "Ann",
+           " q ",
+           {"Ann got it right!!! (q)", "ann is the winner with 3 points!", newGame}}});
     EXPECT_TRUE(game.Scores().lstPlayers().Empty());
-    tmrMsgPause.Tick(11);
-    ExpectOnePuzzleFor("q");
 
     // Limit 1: the first correct answer wins at once.
     game.ScoreLimit = 1;
-    Say("Cat", "q");
-    EXPECT_EQ(Sent(), L({"Cat got it right!!! (q)", "cat is the winner with 1 points!",
-                         "New Game Started! Topic: Letters!"}));
+    Play({{&tmrMsgPause,
+           11,
+           "Cat",
+           "q",
+           {"Unscramble: q", "Cat got it right!!! (q)", "cat is the winner with 1 points!",
+            newGame}}});
 
     game.ScoreLimit = 15;
-    tmrMsgPause.Tick(11);
-    Solve("ann", "q");
-    Solve("bob", "q");
-    EXPECT_EQ(Command("boss", "/new game"),
-              L({"TIE GAME!!! Winners: ann, bob", "New Game Started! Topic: Letters!"}));
-    EXPECT_EQ(Command("boss", "/newgame"), L({"New Game Started! Topic: Letters!"}));
-
-    tmrMsgPause.Tick(11);
-    Solve("cat", "q");
-    EXPECT_EQ(Command("boss", "/End Game"), L({"cat is the winner with 1 points!"}));
-    EXPECT_FALSE(game.GameOn);
-    EXPECT_FALSE(tmrMsgPause.IsEnabled());
-    EXPECT_FALSE(tmrIdle.IsEnabled());
-    EXPECT_TRUE(game.Scores().lstPlayers().Empty());
-    EXPECT_FALSE(tmrCcoms.IsEnabled()) << "/endgame starts no pause";
+    Play({{&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
+          {nullptr, 0, "ann", "q", {"ann got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "bob", "q", {"Unscramble: q", "bob got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
+          {&tmrCcoms, 1, "boss", "/new game", {"TIE GAME!!! Winners: ann, bob", newGame}},
+          {&tmrCcoms, 1, "boss", "/newgame", {newGame}},
+          {&tmrMsgPause, 11, "cat", "q", {"Unscramble: q", "cat got it right!!! (q)"}},
+          {&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
+          {&tmrCcoms, 1, "boss", "/End Game", {"cat is the winner with 1 points!"}}});
+    // Over: no game, no timer (no command pause either), no players.
+    EXPECT_EQ(std::tuple(game.GameOn, tmrMsgPause.IsEnabled(), tmrIdle.IsEnabled(),
+                         tmrCcoms.IsEnabled(), game.Scores().lstPlayers().Empty()),
+              std::tuple(false, false, false, false, true));
 }
 
 TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
@@ -233,14 +229,17 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
     game.cmdAutoSendOn_Click();
     ExpectOnePuzzleFor("bread");
 
-    Say("boss", "/newtopic");
-    EXPECT_EQ(Sent(), L({"Please choose a new topic from this list: Star Wars, Food, Colours."}));
-    EXPECT_TRUE(tmrTopics.IsEnabled());
-    EXPECT_FALSE(tmrIdle.IsEnabled());
-    EXPECT_FALSE(game.PendingAnswer());
+    Play({{nullptr,
+           0,
+           "boss",
+           "/newtopic",
+           {"Please choose a new topic from this list: Star Wars, Food, Colours."}}});
+    EXPECT_EQ(
+        std::tuple(tmrTopics.IsEnabled(), tmrIdle.IsEnabled(), game.PendingAnswer().has_value()),
+        std::tuple(true, false, false));
 
     // The first line naming a topic takes it and is read no further.
-    EXPECT_EQ(Command("boss", "<b>star wars</b>"), L({"The Topic 'Star Wars' has been chosen!"}));
+    Play({{&tmrCcoms, 1, "boss", "<b>star wars</b>", {"The Topic 'Star Wars' has been chosen!"}}});
     EXPECT_FALSE(tmrTopics.IsEnabled());
     EXPECT_EQ(game.Lists().CurrentTopic(), "Star Wars");
     Lines words = game.Lists().lstWords().Rows();
@@ -253,15 +252,14 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
     game.chkTopicVote = true;
     game.NewTopic(true);
     Sent();
-    Say("ann", "food");
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "ann", "food", {}}});
     tmrTopics.Tick();
     const std::string chosen = game.Lists().CurrentTopic();
     EXPECT_EQ(Sent(),
               L({"No topics were chosen. The topic '" + chosen + "' has been chosen randomly."}));
-    EXPECT_FALSE(tmrTopics.IsEnabled());
-    EXPECT_TRUE(tmrMsgPause.IsEnabled());
-    EXPECT_FALSE(game.Lists().lstWords().Empty());
+    EXPECT_EQ(
+        std::tuple(tmrTopics.IsEnabled(), tmrMsgPause.IsEnabled(), game.Lists().lstWords().Empty()),
+        std::tuple(false, true, false));
 }
 
 TEST_F(GameScenario, NewTopicFromThePanelAsksFirstAndNeedsTopics) {
@@ -275,8 +273,7 @@ TEST_F(GameScenario, NewTopicFromThePanelAsksFirstAndNeedsTopics) {
     EXPECT_EQ(dialogs.messages[0].text, "There are no topics to choose from!");
 
     commands.Ops().Add("boss");
-    Say("boss", "/newtopic");
-    EXPECT_EQ(Sent(), L({"There are no topics loaded to choose from!"}));
+    Play({{nullptr, 0, "boss", "/newtopic", {"There are no topics loaded to choose from!"}}});
     EXPECT_FALSE(tmrTopics.IsEnabled());
 }
 
@@ -287,12 +284,10 @@ TEST_F(GameScenario, DisallowedPlayersTakePartInNothing) {
     game.cmdAutoSendOn_Click();
     Sent();
 
-    Say("T Roll", "q");
-    Say("troll", "/hint");
-    Say("troll", "/stop");
-    EXPECT_TRUE(Sent().empty());
-    EXPECT_TRUE(game.Scores().Empty());
-    EXPECT_TRUE(game.GameOn);
+    Play({{nullptr, 0, "T Roll", "q", {}},
+          {nullptr, 0, "troll", "/hint", {}},
+          {nullptr, 0, "troll", "/stop", {}}});
+    EXPECT_EQ(std::tuple(game.Scores().Empty(), game.GameOn), std::tuple(true, true));
     EXPECT_EQ(console.Text(), "T Roll: q\r\ntroll: /hint\r\ntroll: /stop\r\n");
 }
 
@@ -301,8 +296,7 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
     game.cmdAutoSendOn_Click();
     Sent();
 
-    Say("ann", "/HINT");
-    EXPECT_TRUE(Sent().empty());
+    Play({{nullptr, 0, "ann", "/HINT", {}}});
     Say("ann", "/hint");
     Lines lines = Sent();
     ASSERT_EQ(lines.size(), 1u);
@@ -311,82 +305,65 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
     EXPECT_EQ(hint.size(), 10u) << "the hint keeps the answer's spaces";
     EXPECT_GE(std::count(hint.begin(), hint.end(), '*'), 3);
 
-    Say("bob", "/hint please");
-    Say("bob", "/score");
-    EXPECT_TRUE(Sent().empty()) << "within 10 s of the first";
-    tmrCcom2.Tick();
-    Say("bob", "/score");
-    EXPECT_EQ(Sent(), L({"There are no recorded scores yet."}));
-    tmrCcom2.Tick();
-
-    commands.chkHint = true;
-    Say("bob", "/hint");
-    EXPECT_TRUE(Sent().empty()) << "the hint command can be switched off";
-
-    Say("carl", "elephant");
-    tmrCcom2.Tick();
-    Say("carl", "/score");
-    EXPECT_EQ(Sent(), L({"carl got it right!!! (elephant)", "<B><U>TOP SCORES</U></B>: carl [1]"}));
+    Play({{nullptr, 0, "bob", "/hint please", {}},
+          {nullptr, 0, "bob", "/score", {}},  // within 10 s of the first
+          {&tmrCcom2, 1, "bob", "/score", {"There are no recorded scores yet."}}});
+    commands.chkHint = true;  // the hint command switched off
+    Play({{&tmrCcom2, 1, "bob", "/hint", {}},
+          {nullptr, 0, "carl", "elephant", {"carl got it right!!! (elephant)"}},
+          {&tmrCcom2, 1, "carl", "/score", {"<B><U>TOP SCORES</U></B>: carl [1]"}}});
 }
 
 TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     Load("Letters", {"q,a letter"});
     commands.Ops().Add("boss");
-    Say("Boss", "/help");
-    EXPECT_EQ(Sent(), L({ChatCommands::kHelpText}));
-
     // A second command within ten seconds is ignored; after the pause it runs.
-    Say("boss", "/op ann");
-    EXPECT_TRUE(Sent().empty());
-    EXPECT_EQ(Command("boss", "/Op Some Body"), L({"somebody has been oped."}));
+    Play({{nullptr, 0, "Boss", "/help", {ChatCommands::kHelpText}},
+          {nullptr, 0, "boss", "/op ann", {}},
+          {&tmrCcoms, 1, "boss", "/Op Some Body", {"somebody has been oped."}}});
     EXPECT_EQ(commands.Ops().Rows().Rows(), (Lines{"boss", "somebody"}));
 
-    // Each line after the pause of the one before; `paused`: it starts one.
-    const struct {
-        const char* who;
-        const char* line;
-        Lines sent;
-        bool paused;
-    } script[] = {
-        {"somebody", "/options", L({"tions has been oped."}), true},
-        {"boss", "/op tions", L({"tions is already oped."}), true},
-        {"boss", "/deop tions", L({"tions has been deoped."}), true},
-        {"boss", "/deop tions", L({"tions is not oped."}), true},
-        {"boss", "/disallow Troll", L({"troll has been disallowed."}), true},
-        {"boss", "/disallow troll", L({"troll is already disallowed."}), true},
-        {"boss", "/allow troll", L({"troll has been allowed to participate."}), true},
-        {"boss", "/allow troll", L({"troll is not disallowed."}), true},
-        {"boss", "/start", L({"There are no topics loaded! Please load a topic."}), true},
-        {"boss", "/newtopic", L({"Please choose a new topic from this list: Letters."}), true},
-        {"ann", "LETTERS", L({"The Topic 'Letters' has been chosen!"}), false},
-        {"boss", "/start", L({"Unscramble: q (Hint: a letter)"}), true},
-        {"boss", "/answer", L({"The answer was (q)!"}), true},
-        {"boss", "/answer", {}, false},  // nothing to reveal
-        {"boss", "/skip", {}, false},
-        {"boss", "/stop now", L({"Auto-send turned off!"}), true},
-        {"ann", "/help", {}, false},  // ann is no op
-        {"boss", "/dance", {}, false},
+    // Each line after the pause of the one before.
+    FakeTimer* const pause = &tmrCcoms;
+    Play({
+        {pause, 1, "somebody", "/options", {"tions has been oped."}, true},
+        {pause, 1, "boss", "/op tions", {"tions is already oped."}, true},
+        {pause, 1, "boss", "/deop tions", {"tions has been deoped."}, true},
+        {pause, 1, "boss", "/deop tions", {"tions is not oped."}, true},
+        {pause, 1, "boss", "/disallow Troll", {"troll has been disallowed."}, true},
+        {pause, 1, "boss", "/disallow troll", {"troll is already disallowed."}, true},
+        {pause, 1, "boss", "/allow troll", {"troll has been allowed to participate."}, true},
+        {pause, 1, "boss", "/allow troll", {"troll is not disallowed."}, true},
+        {pause, 1, "boss", "/start", {"There are no topics loaded! Please load a topic."}, true},
+        {pause,
+         1,
+         "boss",
+         "/newtopic",
+         {"Please choose a new topic from this list: Letters."},
+         true},
+        {pause, 1, "ann", "LETTERS", {"The Topic 'Letters' has been chosen!"}, false},
+        {pause, 1, "boss", "/start", {"Unscramble: q (Hint: a letter)"}, true},
+        {pause, 1, "boss", "/answer", {"The answer was (q)!"}, true},
+        {pause, 1, "boss", "/answer", {}, false},  // nothing to reveal
+        {pause, 1, "boss", "/skip", {}, false},
+        {pause, 1, "boss", "/stop now", {"Auto-send turned off!"}, true},
+        {pause, 1, "ann", "/help", {}, false},  // ann is no op
+        {pause, 1, "boss", "/dance", {}, false},
         // Entities are decoded before the line is read, "&amp;" last (so
         // this line reads "/&lt;b>op ann", no command).
-        {"boss", "/&amp;lt;b&gt;op ann", {}, false},
-        {"boss", "/&lt;b&gt;op ann", L({"ann has been oped."}), true},
-    };
-    for (const auto& c : script) {
-        SCOPED_TRACE(std::string(c.who) + ": " + c.line);
-        EXPECT_EQ(Command(c.who, c.line), c.sent);
-        EXPECT_EQ(tmrCcoms.IsEnabled(), c.paused);
-    }
+        {pause, 1, "boss", "/&amp;lt;b&gt;op ann", {}, false},
+        {pause, 1, "boss", "/&lt;b&gt;op ann", {"ann has been oped."}, true},
+    });
 
     // Signed off, "/start" starts nothing; a correct answer while auto-send
     // is off is credited, and no word follows.
     game.SignedOn = false;
-    Command("boss", "/start");
+    Play({{&tmrCcoms, 1, "boss", "/start", {}}});
     EXPECT_EQ(dialogs.messages.at(0).text, "You need to login to use the scrambler.");
     EXPECT_FALSE(game.GameOn);
     game.WordSend("q");
     Sent();
-    Say("ann", "q");
-    EXPECT_EQ(Sent(), L({"ann got it right!!! (q)"}));
+    Play({{nullptr, 0, "ann", "q", {"ann got it right!!! (q)"}}});
     EXPECT_FALSE(tmrMsgPause.IsEnabled());
 }
 
@@ -395,10 +372,8 @@ TEST_F(GameScenario, AnEmptiedListStopsAutoSend) {
     game.cmdAutoSendOn_Click();
     Sent();
     game.Lists().cmdClearList_Click();
-    tmrIdle.Tick(31);
-    EXPECT_EQ(Sent(), L({"Word list cleared. Auto-sender turned off!"}));
-    EXPECT_FALSE(game.GameOn);
-    EXPECT_FALSE(tmrIdle.IsEnabled());
+    Play({{&tmrIdle, 31, "", "", {"Word list cleared. Auto-sender turned off!"}}});
+    EXPECT_EQ(std::tuple(game.GameOn, tmrIdle.IsEnabled()), std::tuple(false, false));
 
     game.cmdAutoSendOn_Click();
     ASSERT_EQ(dialogs.messages.size(), 1u);
@@ -450,11 +425,7 @@ TEST(LineStyle, BuildsThePrefixFromTheFieldsOnSetFont) {
     // The text itself is the caller's: it goes after the prefix as it is.
     EXPECT_EQ(style.Styled("salt & pepper <3"), P + "salt & pepper <3");
 
-    style.fields.chkStrike = true;
-    style.fields.chkBold = true;
-    style.fields.chkUnderline = true;
-    style.fields.chkItalics = true;
-    style.fields.txtFontColor = "ff00ff";
+    style.fields = {"000000", "ff00ff", "Times New Roman", true, true, true, true};  // all boxes
     EXPECT_EQ(style.FontChange(), P) << "fields take effect on Set Font only";
     style.cmdSetFont_Click();
     EXPECT_EQ(style.FontChange(),

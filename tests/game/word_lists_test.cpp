@@ -52,19 +52,17 @@ TEST_F(WordListsTest, ClearListClearAllAndRemovalLeaveTheOtherAlone) {
     Load("Food", {"bread", "cheese"});
     lists.AddTopicList("food");
     lists.cmdClearAll_Click();
-    EXPECT_TRUE(lists.Topics().empty());
-    EXPECT_TRUE(lists.lstData().Empty());
-    EXPECT_EQ(lists.lstWords().Count(), 2);
-    EXPECT_EQ(lists.CurrentTopic(), "Food");
+    EXPECT_EQ(std::tuple(lists.Topics().size(), lists.lstData().Count(), lists.lstWords().Count(),
+                         lists.CurrentTopic()),
+              std::tuple(0u, 0, 2, "Food"));
 
     Load("Star Wars", {"yoda"});
     Load("starwars", {"leia"});
     Load("Food", {"bread"});
     lists.cmdClearList_Click();
-    EXPECT_TRUE(lists.lstWords().Empty());
-    EXPECT_EQ(lists.Position(), -1);
-    EXPECT_EQ(lists.lblCurrentTopic(), "[None]");
-    EXPECT_EQ(lists.Topics().size(), 3u);
+    EXPECT_EQ(std::tuple(lists.lstWords().Count(), lists.Position(), lists.lblCurrentTopic(),
+                         lists.Topics().size()),
+              std::tuple(0, -1, "[None]", 3u));
 
     // Removal matches every entry with the key.
     lists.AddTopicList("star wars");

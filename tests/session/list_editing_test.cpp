@@ -60,8 +60,7 @@ TEST_F(ListEditingTest, PlayersAndTheirScoresByHand) {
     EXPECT_EQ(dialogs.prompts.back().title, "Edit Score for bob");
     EXPECT_EQ(scores.lstPlayers().Rows(), Lines{"bob - 10"}) << "no number, no change";
     e.mnuRemovePlayer_Click();
-    EXPECT_TRUE(scores.Empty());
-    EXPECT_TRUE(scores.lstPlayers().Empty());
+    EXPECT_EQ(std::tuple(scores.Empty(), scores.lstPlayers().Empty()), std::tuple(true, true));
 }
 
 TEST_F(ListEditingTest, ManualSendRefusesThenSendsOnePuzzleAndStopsTheRoundTimers) {
@@ -88,8 +87,7 @@ TEST_F(ListEditingTest, ManualSendRefusesThenSendsOnePuzzleAndStopsTheRoundTimer
     bot.game.cmdAnswer_Click();
     tmrMsgPause.Tick(3);
     e.ManualSend("fig", "", false);
-    EXPECT_FALSE(tmrMsgPause.IsEnabled());
-    EXPECT_EQ(bot.game.PauseCount, 0);
+    EXPECT_EQ(std::tuple(tmrMsgPause.IsEnabled(), bot.game.PauseCount), std::tuple(false, 0));
 }
 
 }  // namespace

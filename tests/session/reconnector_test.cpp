@@ -128,8 +128,7 @@ TEST_F(ReconnectorTest, SignedOffFromElsewhereThreeTimesInTenMinutesStops) {
     Pass(10);
     EXPECT_FALSE(reconnector.SessionLost(true));
     EXPECT_NE(reconnector.StopReason().find("three times within ten minutes"), std::string::npos);
-    EXPECT_FALSE(reconnector.Armed());
-    EXPECT_FALSE(timer.IsEnabled());
+    EXPECT_EQ(std::tuple(reconnector.Armed(), timer.IsEnabled()), std::tuple(false, false));
 }
 
 TEST_F(ReconnectorTest, OperatorAndUnarmedSessionsGetNoTriesAndAHungTryIsGivenUp) {
@@ -145,14 +144,12 @@ TEST_F(ReconnectorTest, OperatorAndUnarmedSessionsGetNoTriesAndAHungTryIsGivenUp
     Pass(session::Reconnector::kAttemptTimeout - 1);
     EXPECT_EQ(abandoned, 0);
     Pass(1);
-    EXPECT_EQ(abandoned, 1);
-    EXPECT_TRUE(reconnector.Waiting());
+    EXPECT_EQ(std::tuple(abandoned, reconnector.Waiting()), std::tuple(1, true));
     Pass(6);
     EXPECT_EQ(tries.size(), 2u);
     reconnector.Recovered();
     Pass(100);
-    EXPECT_EQ(abandoned, 1);
-    EXPECT_FALSE(timer.IsEnabled());
+    EXPECT_EQ(std::tuple(abandoned, timer.IsEnabled()), std::tuple(1, false));
 }
 
 }  // namespace

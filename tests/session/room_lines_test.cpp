@@ -53,8 +53,7 @@ TEST_F(RoomLinesTest, AnOpsLineCannotRewriteTheSettingsFile) {
     EXPECT_EQ(folder.Read("settings").find("\nserver:evil"), std::string::npos);
     EXPECT_EQ(folder.Read("settings").find("\nport:6000"), std::string::npos);
     const files::SettingsFields loaded = bot.settings.cmdLoadSettings_Click(fields);
-    EXPECT_EQ(loaded.cmbServers, "127.0.0.1");
-    EXPECT_EQ(loaded.txtPort, "5190");
+    EXPECT_EQ(std::tie(loaded.cmbServers, loaded.txtPort), std::tuple("127.0.0.1", "5190"));
 }
 
 TEST_F(RoomLinesTest, NameCommandsTakeScreenNamesOnly) {

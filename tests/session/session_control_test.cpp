@@ -76,9 +76,8 @@ TEST_F(SessionControlTest, LeaveClosesTheNamedRoomOnly) {
     bot.client.Chat()[0].ChatName = "One";
     bot.client.Chat()[1].ChatName = "Two";
     bot.session.cmdLeave_Click(" t wo");
-    EXPECT_FALSE(sockets.Exists(3));
-    EXPECT_TRUE(sockets.IsConnected(2));
-    EXPECT_EQ(bot.session.lblChatStatus(), "Left chat.");
+    EXPECT_EQ(std::tuple(sockets.Exists(3), sockets.IsConnected(2), bot.session.lblChatStatus()),
+              std::tuple(false, true, "Left chat."));
 }
 
 TEST_F(SessionControlTest, RoomErrorsGoToTheRoomStatusOthersToTheInfoLine) {
