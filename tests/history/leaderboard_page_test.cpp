@@ -125,16 +125,13 @@ TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
     ASSERT_TRUE(server.Listen(QHostAddress::LocalHost, 0, error)) << error.toStdString();
 
     Browser browser(dir.filePath("profile"));
+    const QString url = QStringLiteral("http://127.0.0.1:%1/").arg(server.Port());
     const QString target =
-        browser
-            .Call("Target.createTarget",
-                  {{"url", QStringLiteral("http://127.0.0.1:%1/").arg(server.Port())}}, {}, 60000)
-            .value("targetId")
-            .toString();
+        browser.Call("Target.createTarget", {{"url", url}}, {}, 60000)["targetId"].toString();
     ASSERT_FALSE(target.isEmpty()) << "Chromium did not open the page";
     const QString session =
-        browser.Call("Target.attachToTarget", {{"targetId", target}, {"flatten", true}})
-            .value("sessionId")
+        browser
+            .Call("Target.attachToTarget", {{"targetId", target}, {"flatten", true}})["sessionId"]
             .toString();
     ASSERT_FALSE(session.isEmpty());
 
