@@ -16,8 +16,14 @@ namespace {
 
 using testing_support::WaitFor;
 
-// Children die with the test, even when it is killed.
-void StartChild(QProcess& process, const QString& program, const QStringList& args) {
+// Children die with the test, even when it is killed; `unset` names variables
+// taken out of their environment.
+void StartChild(QProcess& process, const QString& program, const QStringList& args,
+                std::initializer_list<const char*> unset = {}) {
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    for (const char* name : unset)
+        env.remove(name);
+    process.setProcessEnvironment(env);
     process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process.start(program, args);
 }
@@ -39,10 +45,7 @@ TEST(Headless, CommandLineAnswersAsProgramsDo) {
     };
     for (const auto& c : cases) {
         QProcess program;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.remove("VEXMOR_PASSWORD");
-        program.setProcessEnvironment(env);
-        StartChild(program, SCRAMBLER_PROGRAM, c.args);
+        StartChild(program, SCRAMBLER_PROGRAM, c.args, {"VEXMOR_PASSWORD"});
         ASSERT_TRUE(program.waitForFinished(10000)) << c.args.join(' ').toStdString();
         EXPECT_EQ(program.exitCode(), c.exitCode) << c.args.join(' ').toStdString();
         const QByteArray out =
@@ -73,13 +76,10 @@ TEST(Headless, PlaysAGameToAWinnerWithoutADisplayAndSignsOffOnSigterm) {
     ASSERT_TRUE(write("password", "secret1\n"));
 
     QProcess bot;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        env.remove(display);
-    bot.setProcessEnvironment(env);
     StartChild(bot, SCRAMBLER_PROGRAM,
                {"--headless", "--settings", folder.filePath("settings"), "--password-file",
-                folder.filePath("password")});
+                folder.filePath("password")},
+               {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"});
 
     EXPECT_TRUE(WaitFor([&] { return transcript.contains("is the winner with 2 points!"); }, 60000))
         << transcript.toStdString() << bot.readAllStandardError().toStdString();

@@ -35,14 +35,14 @@ TEST_F(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
     commands.ChatMessage(1, "annagram", "OTTER");  // Ann's second point wins
     tmrMsgPause.Tick(11);                          // a new game: giraffe again
 
-    // Word, winner, game of each puzzle.
+    // Word, winner, game and milliseconds to the answer of each puzzle.
     std::vector<std::string> puzzles;
     for (const auto& p : record.Puzzles())
         puzzles.push_back(record.Words()[static_cast<std::size_t>(p.word)] + " " +
-                          std::to_string(p.winner) + " " + std::to_string(p.game));
-    EXPECT_EQ(puzzles,
-              (std::vector<std::string>{"giraffe 0 0", "zebra -1 0", "otter 0 0", "giraffe -1 1"}));
-    EXPECT_EQ(record.Puzzles()[0].answered - record.Puzzles()[0].posted, 4000);
+                          std::to_string(p.winner) + " " + std::to_string(p.game) + " " +
+                          std::to_string(p.winner < 0 ? 0 : p.answered - p.posted));
+    EXPECT_EQ(puzzles, (std::vector<std::string>{"giraffe 0 0 4000", "zebra -1 0 0",
+                                                 "otter 0 0 60000", "giraffe -1 1 0"}));
     ASSERT_EQ(record.Players().size(), 1u);
     EXPECT_EQ(record.Players()[0].name, "Ann Agram");
     ASSERT_EQ(record.Games().size(), 2u);

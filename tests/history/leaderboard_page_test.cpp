@@ -18,6 +18,7 @@
 #include <QThread>
 
 #include "app/leaderboard_server.h"
+#include "support/qt_wait.h"
 
 namespace {
 
@@ -93,24 +94,15 @@ class Browser {
     }
 
     QString Evaluate(const QString& session, const QString& expression) {
-        return Call("Runtime.evaluate", {{"expression", expression}, {"returnByValue", true}},
-                    session)
-            .value("result")
-            .toObject()
-            .value("value")
-            .toVariant()
-            .toString();
+        const QJsonObject reply = Call(
+            "Runtime.evaluate", {{"expression", expression}, {"returnByValue", true}}, session);
+        return reply.value("result")["value"].toVariant().toString();
     }
 
     // Evaluates until `expression` gives true, for at most `timeoutMs`.
     bool WaitFor(const QString& session, const QString& expression, int timeoutMs) {
-        QElapsedTimer clock;
-        clock.start();
-        while (clock.elapsed() < timeoutMs) {
-            if (Evaluate(session, expression) == "true") return true;
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        }
-        return false;
+        return testing_support::WaitFor([&] { return Evaluate(session, expression) == "true"; },
+                                        timeoutMs);
     }
 
   private:
@@ -133,16 +125,13 @@ TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
     ASSERT_TRUE(server.Listen(QHostAddress::LocalHost, 0, error)) << error.toStdString();
 
     Browser browser(dir.filePath("profile"));
+    const QString url = QStringLiteral("http://127.0.0.1:%1/").arg(server.Port());
     const QString target =
-        browser
-            .Call("Target.createTarget",
-                  {{"url", QStringLiteral("http://127.0.0.1:%1/").arg(server.Port())}}, {}, 60000)
-            .value("targetId")
-            .toString();
+        browser.Call("Target.createTarget", {{"url", url}}, {}, 60000)["targetId"].toString();
     ASSERT_FALSE(target.isEmpty()) << "Chromium did not open the page";
     const QString session =
-        browser.Call("Target.attachToTarget", {{"targetId", target}, {"flatten", true}})
-            .value("sessionId")
+        browser
+            .Call("Target.attachToTarget", {{"targetId", target}, {"flatten", true}})["sessionId"]
             .toString();
     ASSERT_FALSE(session.isEmpty());
 
@@ -156,11 +145,7 @@ TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
     EXPECT_EQ(browser.Evaluate(session, "String(document.scripts.length)"), "1");
     // A mark on the page shows at the end that it was never loaded again.
     browser.Evaluate(session, "window.unreloaded = true");
-    QElapsedTimer wait;
-    wait.start();
-    while (server.OpenStreams() == 0 && wait.elapsed() < 20000)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    ASSERT_EQ(server.OpenStreams(), 1);
+    ASSERT_TRUE(testing_support::WaitFor([&] { return server.OpenStreams() == 1; }, 20000));
 
     // A puzzle goes to the room, then a player is credited.
     live.puzzle = "Unscramble: ebraz";

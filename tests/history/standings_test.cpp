@@ -24,41 +24,42 @@ class Standings : public ::testing::Test {
     }
 
     Standings() {
-        // Game 1, "animals": the first puzzle on the Sunday before.
-        Puzzle(kMonday - 3 * kSecond, "giraffe", "animals");
-        Credit(kMonday - 1 * kSecond, "Ann Agram");
-        Puzzle(kMonday, "zebra", "animals");  // the first moment of the week
-        Credit(kMonday + 5 * kSecond, "ann agram");
-        Puzzle(kMonday + 60 * kSecond, "otter", "animals");
-        Credit(kMonday + 63 * kSecond, "ANNAGRAM");
-        Puzzle(kMonday + 120 * kSecond, "lynx", "animals");
-        Credit(kMonday + 121 * kSecond, "Bob");  // breaks Ann's streak
-        Puzzle(kMonday + 180 * kSecond, "yak", "animals");
-        Credit(kMonday + 184 * kSecond, "Ann Agram");
-        Puzzle(kMonday + 240 * kSecond, "emu", "animals");  // skipped: nobody scores
-        Puzzle(kMonday + 300 * kSecond, "ibis", "animals");
-        Credit(kMonday + 306 * kSecond, "Ann Agram");
-        Puzzle(kMonday + 360 * kSecond, "newt", "animals");
-        Credit(kMonday + 367 * kSecond, "Ann Agram");
-        End(kMonday + 400 * kSecond, {"annagram"});
+        // Game 1, "animals": the first puzzle on the Sunday before, the second
+        // at the first moment of the week.
+        Game("animals",
+             {{kMonday - 3 * kSecond, "giraffe", 2, "Ann Agram"},
+              {kMonday, "zebra", 5, "ann agram"},
+              {kMonday + 60 * kSecond, "otter", 3, "ANNAGRAM"},
+              {kMonday + 120 * kSecond, "lynx", 1, "Bob"},  // breaks Ann's streak
+              {kMonday + 180 * kSecond, "yak", 4, "Ann Agram"},
+              {kMonday + 240 * kSecond, "emu", 0, nullptr},  // skipped: nobody scores
+              {kMonday + 300 * kSecond, "ibis", 6, "Ann Agram"},
+              {kMonday + 360 * kSecond, "newt", 7, "Ann Agram"}},
+             kMonday + 400 * kSecond, {"annagram"});
         // Game 2, "colours", on Tuesday: a tie.
-        Puzzle(kMonday + kDay, "red", "colours");
-        Credit(kMonday + kDay + 2 * kSecond, "Bob");
-        Puzzle(kMonday + kDay + 60 * kSecond, "blue", "colours");
-        Credit(kMonday + kDay + 63 * kSecond, "Ann Agram");
-        End(kMonday + kDay + 100 * kSecond, {"annagram", "bob"});
+        Game("colours",
+             {{kMonday + kDay, "red", 2, "Bob"},
+              {kMonday + kDay + 60 * kSecond, "blue", 3, "Ann Agram"}},
+             kMonday + kDay + 100 * kSecond, {"annagram", "bob"});
     }
 
-    void Puzzle(Millis at, const std::string& word, const std::string& topic) {
-        now = at;
-        record.PuzzlePosted(word, topic, 0, 15);
-    }
-    void Credit(Millis at, const std::string& who) {
-        now = at;
-        record.AnswerCredited(who);
-    }
-    void End(Millis at, const std::vector<std::string>& winners) {
-        now = at;
+    // One game's puzzles: when each is posted, its word, and the seconds until
+    // `who` is credited (nobody: skipped); then its end, at `ended`.
+    struct Row {
+        Millis posted;
+        const char* word;
+        int seconds;
+        const char* who;
+    };
+    void Game(const char* topic, std::initializer_list<Row> rows, Millis ended,
+              const std::vector<std::string>& winners) {
+        for (const Row& r : rows) {
+            now = r.posted;
+            record.PuzzlePosted(r.word, topic, 0, 15);
+            now += r.seconds * kSecond;
+            if (r.who) record.AnswerCredited(r.who);
+        }
+        now = ended;
         record.GameEnded(winners);
     }
 
@@ -112,10 +113,11 @@ TEST_F(Standings, OnePlayerHoweverSpelledAndOnlyTheOpenPuzzleCanBeCredited) {
     ASSERT_EQ(record.Players().size(), 2u);
     EXPECT_EQ(record.FindPlayer("  ann AGRAM "), record.FindPlayer("Ann Agram"));
     // No game is open after the last end: a stray credit records nothing.
-    Credit(kMonday + 2 * kDay, "Bob");
-    Puzzle(kMonday + 2 * kDay, "lime", "colours");
-    Credit(kMonday + 2 * kDay + kSecond, "Bob");
-    Credit(kMonday + 2 * kDay + 2 * kSecond, "Ann Agram");  // second answer: too late
+    now = kMonday + 2 * kDay;
+    record.AnswerCredited("Bob");
+    record.PuzzlePosted("lime", "colours", 0, 15);
+    record.AnswerCredited("Bob");
+    record.AnswerCredited("Ann Agram");  // second answer: too late
     const auto& last = record.Puzzles().back();
     EXPECT_EQ(last.winner, *record.FindPlayer("bob"));
     EXPECT_EQ(record.RecordOf(*record.FindPlayer("bob"), PeriodRange(Period::AllTime, now)).points,

@@ -56,12 +56,11 @@ TEST_F(ServerWindow, ASignOnThatCannotGoOnSaysWhyAndMayBeRetried) {
     ASSERT_TRUE(WaitForInfo("The password you entered is not valid. Error code: 5"));
     EXPECT_FALSE(bot.game.SignedOn);
 
-    quint16 closed = 0;
-    {
+    const quint16 closed = [] {  // a port nothing listens on once the probe is gone
         QTcpServer probe;
         probe.listen(QHostAddress::LocalHost, 0);
-        closed = probe.serverPort();
-    }
+        return probe.serverPort();
+    }();
     ClickSignOn(closed);
     ASSERT_TRUE(
         WaitForInfo("Sign-on failed at \"Connecting to Auth server...\": the connection "
