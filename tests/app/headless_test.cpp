@@ -92,7 +92,14 @@ TEST(Headless, PlaysAGameToAWinnerWithoutADisplayAndSignsOffOnSigterm) {
     EXPECT_EQ(bot.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(bot.exitCode(), 0);
     const QByteArray log = bot.readAllStandardError();
-    EXPECT_TRUE(log.contains("SIGTERM: signing off.")) << log.toStdString();
+    // Signed off through the session, not merely cut off by the exit, and
+    // the room saw the bot go.
+    EXPECT_TRUE(log.contains("SIGTERM: signing off.") && log.contains("Status: Offline."))
+        << log.toStdString();
+    transcript.clear();
+    server.write("who Word Games\n");
+    ASSERT_TRUE(WaitFor([&] { return transcript.contains("WHO Word Games:"); }));
+    EXPECT_FALSE(transcript.contains("Scramble Bot")) << transcript.toStdString();
     // The game is remembered beside the settings file.
     EXPECT_TRUE(QFileInfo::exists(folder.filePath("history.sqlite")));
     // Each log line starts with its time.
