@@ -163,6 +163,12 @@ TEST_F(SignOnTest, MigrationRepeatsTheSetupSilently) {
     sockets.Deliver(0, SnacFrame("0001000B000000000000"));
     sockets.Deliver(0, SnacFrame("0001000D000000000000"));
     EXPECT_FALSE(client.Paused());
+    // Signed on again, a sign-off frame ends the session; its code may take
+    // two bytes.
+    events.Take();
+    sockets.Deliver(0, Frame(4, MakeTLV("0009", 2, HexToBytes("0102"))));
+    EXPECT_FALSE(client.LoggedInState());
+    EXPECT_EQ(client.LastSessionEnd().description, "Signed off by the server: error code 258.");
 }
 
 TEST_F(SignOnTest, ABosAddressWithoutAPortIsNeverConnectedTo) {
