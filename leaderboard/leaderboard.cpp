@@ -1,30 +1,12 @@
 #include "leaderboard/leaderboard.h"
 
 #include "history/chat_lines.h"
+#include "text/cp1252.h"
 #include "text/text.h"
 
 namespace leaderboard {
 
 namespace {
-
-// U+0080..U+009F in Windows-1252; 0 where the code page defines nothing.
-constexpr char16_t kHighRow[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                   0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-void AppendUtf8(std::string& out, char32_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-}
 
 std::string Number(history::Millis ms) {
     return ms < 0 ? "null" : history::Seconds(ms);
@@ -49,21 +31,9 @@ constexpr history::Period kPeriods[] = {history::Period::Today, history::Period:
 
 }  // namespace
 
-std::string Utf8FromCp1252(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (char ch : text) {
-        const auto byte = static_cast<unsigned char>(ch);
-        char32_t c = byte;
-        if (byte >= 0x80 && byte < 0xA0) c = kHighRow[byte - 0x80] ? kHighRow[byte - 0x80] : 0xFFFD;
-        AppendUtf8(out, c);
-    }
-    return out;
-}
-
 std::string JsonString(std::string_view cp1252) {
     std::string out = "\"";
-    for (char ch : Utf8FromCp1252(cp1252)) {
+    for (char ch : text::Utf8FromCp1252(cp1252)) {
         const auto byte = static_cast<unsigned char>(ch);
         if (ch == '"' || ch == '\\') {
             out += '\\';
@@ -84,7 +54,7 @@ std::string HtmlEscape(std::string_view cp1252) {
     // As the bot escapes its own lines, and the apostrophe too, so that a
     // name is safe inside an attribute quoted either way.
     std::string out;
-    for (const char ch : text::EscapeMarkup(Utf8FromCp1252(cp1252))) {
+    for (const char ch : text::EscapeMarkup(text::Utf8FromCp1252(cp1252))) {
         if (ch == '\'') {
             out += "&#39;";
         } else {

@@ -14,8 +14,6 @@
 
 namespace leaderboard {
 
-// Windows-1252 to UTF-8; the five bytes it leaves undefined become U+FFFD.
-std::string Utf8FromCp1252(std::string_view text);
 // A JSON string literal; '<', '>' and '&' are written as \u escapes too, so
 // the text is inert inside a page.
 std::string JsonString(std::string_view cp1252);

@@ -1,29 +1,16 @@
 #include "oscar/charset.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
+
+#include "text/cp1252.h"
 
 namespace oscar {
 
 namespace {
 
-// Windows-1252 0x80-0x9F; the five bytes it leaves undefined keep their own
-// value, as Windows converts them.
-constexpr std::array<char16_t, 32> kHigh = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-char16_t ToUnicode(unsigned char byte) {
-    return byte >= 0x80 && byte <= 0x9F ? kHigh[byte - 0x80] : byte;
-}
-
-char ToCp1252(char32_t code) {
-    if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return static_cast<char>(code);
-    const auto at = std::find(kHigh.begin(), kHigh.end(), code);
-    return at == kHigh.end() ? '?' : static_cast<char>(0x80 + (at - kHigh.begin()));
-}
+using text::FromUnicode;
+using text::ToUnicode;
 
 std::string FromUtf16(std::string_view bytes) {
     std::string text;
@@ -35,7 +22,7 @@ std::string FromUtf16(std::string_view bytes) {
             i + 3 < bytes.size() && (static_cast<unsigned char>(bytes[i + 2]) & 0xFC) == 0xDC;
         // A pair stands for one character beyond the 16-bit range: one '?'.
         if (high && nextLow) i += 2;
-        text.push_back(unit >= 0xD800 && unit <= 0xDFFF ? '?' : ToCp1252(unit));
+        text.push_back(unit >= 0xD800 && unit <= 0xDFFF ? '?' : FromUnicode(unit));
     }
     // An odd byte at the end is half a character.
     if (bytes.size() % 2 != 0) text.push_back('?');
@@ -68,7 +55,7 @@ std::string FromUtf8(std::string_view bytes) {
             ++i;
             continue;
         }
-        text.push_back(ToCp1252(code));
+        text.push_back(FromUnicode(code));
         i += static_cast<std::size_t>(extra) + 1;
     }
     return text;
