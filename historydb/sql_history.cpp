@@ -7,6 +7,8 @@
 #include <atomic>
 #include <unordered_map>
 
+#include "text/cp1252.h"
+
 namespace {
 
 // Text is the program's 8-bit text; Latin-1 carries each byte through a
@@ -271,7 +273,7 @@ void SqlHistory::GameEnded(int game, const history::GameRecord& record,
 namespace {
 
 QByteArray CsvField(const std::string& text) {
-    QByteArray field = Bytes(text).toUtf8();
+    QByteArray field = QByteArray::fromStdString(text::Utf8FromCp1252(text));
     if (field.contains(',') || field.contains('"') || field.contains('\n') ||
         field.contains('\r')) {
         field.replace("\"", "\"\"");
