@@ -75,14 +75,9 @@ void History::PuzzlePosted(const std::string& word, const std::string& topic, in
         games_.push_back({now, 0, topic, scoreLimit, {}});
         if (writer_) writer_->GameStarted(*openGame_, games_.back());
     }
-    PuzzleRecord record;
-    record.posted = now;
-    record.game = *openGame_;
-    record.word = Intern(words_, wordIndex_, word);
-    record.topic = Intern(topics_, topicIndex_, topic);
-    record.mode = mode;
-    puzzles_.push_back(record);
-    if (writer_) writer_->PuzzlePosted(static_cast<int>(puzzles_.size()) - 1, record, word, topic);
+    // Recorded as a restored puzzle is, then handed to the writer.
+    const int puzzle = RestorePuzzle(now, *openGame_, word, topic, mode, -1, 0);
+    if (writer_) writer_->PuzzlePosted(puzzle, puzzles_.back(), word, topic);
 }
 
 void History::AnswerCredited(const std::string& screenName) {
