@@ -47,12 +47,6 @@ TEST(ScrambleWord, PermutesLettersInsideEachWordOnlyAndReachesEveryOrder) {
     EXPECT_EQ(ScrambleWord("ab  c ", random).substr(2), "  c ") << "empty words keep their spaces";
 }
 
-TEST(HiddenCount, IsHalfTheLengthRoundedToEven) {
-    const int expected[] = {0, 0, 1, 2, 2, 2, 3, 4, 4, 4, 5};
-    for (std::size_t length = 0; length <= 10; ++length)
-        EXPECT_EQ(HiddenCount(length), expected[length]) << length;
-}
-
 TEST(BlankAndHintWord, HideAboutHalfOfTheLettersAndNothingElse) {
     RandomSource random(3);
     // "cat" hides 2: two draws, a single one hidden when the second repeats
