@@ -112,19 +112,5 @@ TEST_F(TopicFilesTest, MergesEitherWayRound) {
     }
 }
 
-TEST_F(TopicFilesTest, MergeRefusals) {
-    Load(folder.Write("a.txt", "ant\r\n"), "Animals");
-    bot.topicFiles.cmdMerge_Click();
-    Load(folder.Write("f.txt", "fig\r\n"), "Food");
-    for (const Lines& answers : {Lines{"cars"}, Lines{"animals", " Ani Mals"}}) {
-        dialogs.promptAnswers.assign(answers.begin(), answers.end());
-        bot.topicFiles.cmdMerge_Click();
-    }
-    EXPECT_EQ(bot.errors.Rows(),
-              (Lines{"There are not enough topics to merge!", "The topic 'cars' was not found!",
-                     "You cannot merge the same topic!"}));
-    EXPECT_EQ(topics.size(), 2u);
-}
-
 }  // namespace
 }  // namespace files
