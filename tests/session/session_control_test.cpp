@@ -11,21 +11,6 @@ namespace {
 
 using SessionControlTest = testing_support::BotTest;
 
-TEST_F(SessionControlTest, JoinAndLeaveNeedASessionAndARoomName) {
-    SessionControl& s = bot.session;
-    s.cmdJoin_Click("Lobby", "4");
-    s.LoggedIn("bot", "", "");
-    s.cmdJoin_Click("  ", "4");
-    s.cmdLeave_Click("Lobby");
-    EXPECT_EQ(Messages(),
-              (std::vector<std::string>{"Note: You need to sign on to join a chat!",
-                                        "Note: You need to enter in a chat name to join!",
-                                        "Note: You are not in a chat!"}));
-    // Letters for an exchange pass the checks as exchange 0.
-    s.cmdJoin_Click("Lobby", "ab");
-    EXPECT_EQ(s.lblChatStatus(), "Joining chat...");
-}
-
 TEST_F(SessionControlTest, PortsOutsideSixteenBitsAreRefused) {
     const struct {
         const char* typed;
