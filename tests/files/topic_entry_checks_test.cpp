@@ -51,25 +51,5 @@ TEST_F(TopicEntryChecksTest, UnplayableLinesAreSkippedAndReported) {
                                   "Skipped line 10 of '" + path + "': with control characters."}));
 }
 
-TEST_F(TopicEntryChecksTest, HugeAndBinaryFilesLoadOnlyWhatCanBePlayed) {
-    std::string binary;
-    for (int i = 0; i < 20000; ++i)
-        binary.push_back(static_cast<char>((i * 7919) % 256));
-    const std::string huge = std::string(5'000'000, 'z') + "\r\nzebra\r\n";
-    // Loaded with the settings: no box, the summary goes to the error log.
-    bot.topicFiles.AutoLoadTopic("Huge", folder.Write("huge.txt", huge));
-    bot.topicFiles.AutoLoadTopic("Binary", folder.Write("binary.bin", binary));
-    EXPECT_TRUE(dialogs.messages.empty());
-    ASSERT_EQ(Words(0).size(), 1u);
-    EXPECT_EQ(Words(0)[0], "zebra");
-    EXPECT_EQ(bot.errors.At(1),
-              "1 of 2 lines of topic 'Huge' could never be played and were "
-              "skipped: 1 longer than 255 characters. The error log lists them.");
-    EXPECT_LT(Words(1).size(), 5u) << "binary bytes are not thousands of words";
-    // Each skipped line of a file is listed, up to a hundred.
-    EXPECT_LE(bot.errors.Count(), 2 + 100 + 2);
-    EXPECT_NE(bot.errors.Rows().back().find("could never be played"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace files

@@ -145,8 +145,6 @@ TEST_F(GameScenario, PlaysRoundsWithPausesIdleTimeAndTheListInACircle) {
     tmrIdle.Tick(31);
     ExpectOnePuzzleFor("giraffe");
     EXPECT_EQ(game.Lists().Position(), 0);
-    EXPECT_EQ(console.Text().substr(0, 50),
-              "Some Body:   GiRaFfe \r\nann: zebras\r\nann: zebra!\r\n");
 }
 
 TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTop) {
@@ -195,22 +193,12 @@ TEST_F(GameScenario, WinsTiesAndEndGame) {
            {"Ann got it right!!! (q)", "ann is the winner with 3 points!", newGame}}});
     EXPECT_TRUE(game.Scores().lstPlayers().Empty());
 
-    // Limit 1: the first correct answer wins at once.
-    game.ScoreLimit = 1;
-    Play({{&tmrMsgPause,
-           11,
-           "Cat",
-           "q",
-           {"Unscramble: q", "Cat got it right!!! (q)", "cat is the winner with 1 points!",
-            newGame}}});
-
     game.ScoreLimit = 15;
     Play({{&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
           {nullptr, 0, "ann", "q", {"ann got it right!!! (q)"}},
           {&tmrMsgPause, 11, "bob", "q", {"Unscramble: q", "bob got it right!!! (q)"}},
           {&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
           {&tmrCcoms, 1, "boss", "/new game", {"TIE GAME!!! Winners: ann, bob", newGame}},
-          {&tmrCcoms, 1, "boss", "/newgame", {newGame}},
           {&tmrMsgPause, 11, "cat", "q", {"Unscramble: q", "cat got it right!!! (q)"}},
           {&tmrMsgPause, 11, "", "", {"Unscramble: q"}},
           {&tmrCcoms, 1, "boss", "/End Game", {"cat is the winner with 1 points!"}}});
@@ -262,21 +250,6 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
         std::tuple(false, true, false));
 }
 
-TEST_F(GameScenario, NewTopicFromThePanelAsksFirstAndNeedsTopics) {
-    game.NewTopic(false);
-    ASSERT_EQ(dialogs.questions.size(), 1u);
-    EXPECT_EQ(pickerOpened, 1) << "No opens the topic picker";
-
-    dialogs.yesNoAnswers = {true};
-    game.cmdNewTopic_Click();
-    ASSERT_EQ(dialogs.messages.size(), 1u);
-    EXPECT_EQ(dialogs.messages[0].text, "There are no topics to choose from!");
-
-    commands.Ops().Add("boss");
-    Play({{nullptr, 0, "boss", "/newtopic", {"There are no topics loaded to choose from!"}}});
-    EXPECT_FALSE(tmrTopics.IsEnabled());
-}
-
 TEST_F(GameScenario, DisallowedPlayersTakePartInNothing) {
     Load("Letters", {"q"}, true);
     commands.Disallows().Add("troll");
@@ -315,7 +288,7 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
 }
 
 TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
-    Load("Letters", {"q,a letter"});
+    Load("Letters", {"q,a letter"}, true);
     commands.Ops().Add("boss");
     // A second command within ten seconds is ignored; after the pause it runs.
     Play({{nullptr, 0, "Boss", "/help", {ChatCommands::kHelpText}},
@@ -327,28 +300,10 @@ TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     FakeTimer* const pause = &tmrCcoms;
     Play({
         {pause, 1, "somebody", "/options", {"tions has been oped."}, true},
-        {pause, 1, "boss", "/op tions", {"tions is already oped."}, true},
-        {pause, 1, "boss", "/deop tions", {"tions has been deoped."}, true},
-        {pause, 1, "boss", "/deop tions", {"tions is not oped."}, true},
-        {pause, 1, "boss", "/disallow Troll", {"troll has been disallowed."}, true},
-        {pause, 1, "boss", "/disallow troll", {"troll is already disallowed."}, true},
-        {pause, 1, "boss", "/allow troll", {"troll has been allowed to participate."}, true},
-        {pause, 1, "boss", "/allow troll", {"troll is not disallowed."}, true},
-        {pause, 1, "boss", "/start", {"There are no topics loaded! Please load a topic."}, true},
-        {pause,
-         1,
-         "boss",
-         "/newtopic",
-         {"Please choose a new topic from this list: Letters."},
-         true},
-        {pause, 1, "ann", "LETTERS", {"The Topic 'Letters' has been chosen!"}, false},
         {pause, 1, "boss", "/start", {"Unscramble: q (Hint: a letter)"}, true},
         {pause, 1, "boss", "/answer", {"The answer was (q)!"}, true},
-        {pause, 1, "boss", "/answer", {}, false},  // nothing to reveal
-        {pause, 1, "boss", "/skip", {}, false},
         {pause, 1, "boss", "/stop now", {"Auto-send turned off!"}, true},
         {pause, 1, "ann", "/help", {}, false},  // ann is no op
-        {pause, 1, "boss", "/dance", {}, false},
         // Entities are decoded before the line is read, "&amp;" last (so
         // this line reads "/&lt;b>op ann", no command).
         {pause, 1, "boss", "/&amp;lt;b&gt;op ann", {}, false},
@@ -359,7 +314,6 @@ TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     // is off is credited, and no word follows.
     game.SignedOn = false;
     Play({{&tmrCcoms, 1, "boss", "/start", {}}});
-    EXPECT_EQ(dialogs.messages.at(0).text, "You need to login to use the scrambler.");
     EXPECT_FALSE(game.GameOn);
     game.WordSend("q");
     Sent();
@@ -374,11 +328,6 @@ TEST_F(GameScenario, AnEmptiedListStopsAutoSend) {
     game.Lists().cmdClearList_Click();
     Play({{&tmrIdle, 31, "", "", {"Word list cleared. Auto-sender turned off!"}}});
     EXPECT_EQ(std::tuple(game.GameOn, tmrIdle.IsEnabled()), std::tuple(false, false));
-
-    game.cmdAutoSendOn_Click();
-    ASSERT_EQ(dialogs.messages.size(), 1u);
-    EXPECT_EQ(errors.Rows(), (Lines{"You cannot start Auto Send without a word list. Please "
-                                    "add a Topic on the Scramble List section!"}));
 }
 
 TEST_F(GameScenario, ReplyLinesGoToTheRoomOfTheLineAndNewGamesCanChangeTopic) {
@@ -402,14 +351,6 @@ TEST_F(GameScenario, ReplyLinesGoToTheRoomOfTheLineAndNewGamesCanChangeTopic) {
     expectIn(5, "The Topic 'Letters' has been chosen!");
 }
 
-TEST_F(GameScenario, WithoutARoomNothingIsSent) {
-    chat.firstRoom = 0;
-    Load("Words", {"kiwi"}, true);
-    game.cmdAutoSendOn_Click();
-    EXPECT_TRUE(chat.sent.empty());
-    EXPECT_TRUE(game.PendingAnswer()) << "the round goes on as usual";
-}
-
 TEST(ChatConsole, EmptiesItselfOnceFull) {
     Console console;
     const std::string line(1000, 'x');
@@ -422,9 +363,6 @@ TEST(ChatConsole, EmptiesItselfOnceFull) {
 
 TEST(LineStyle, BuildsThePrefixFromTheFieldsOnSetFont) {
     LineStyle style;
-    // The text itself is the caller's: it goes after the prefix as it is.
-    EXPECT_EQ(style.Styled("salt & pepper <3"), P + "salt & pepper <3");
-
     style.fields = {"000000", "ff00ff", "Times New Roman", true, true, true, true};  // all boxes
     EXPECT_EQ(style.FontChange(), P) << "fields take effect on Set Font only";
     style.cmdSetFont_Click();
