@@ -2,6 +2,9 @@
 // follows the room name by name, and matches a plain model of the room.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 #include "support/bot_fixture.h"
 
 namespace session {
@@ -42,6 +45,32 @@ TEST_F(PeopleHereTest, TheRoomInViewChangesOneRowAtATime) {
     EXPECT_EQ(shown.Selected(), 1) << "the selection moves up with its row";
     EXPECT_EQ(bot.session.lblPeopleCount(), "2 People Here");
     shown.SetObserver(nullptr);
+}
+
+TEST_F(PeopleHereTest, ManyArrivalsAndDeparturesMatchAPlainList) {
+    std::mt19937 random(7);
+    std::vector<std::string> model;
+    for (int step = 0; step < 3000; ++step) {
+        const std::string name = "p" + std::to_string(random() % 400);
+        // Departures outweigh arrivals in the second half, so the list
+        // grows, then empties and packs its left-over slots.
+        const bool join = random() % 100 < (step < 1500 ? 70u : 25u);
+        const auto at = std::find(model.begin(), model.end(), name);
+        if (join) {
+            bot.session.UserJoinedChat(2, name);
+            if (at == model.end()) model.push_back(name);
+        } else {
+            bot.session.UserLeftChat(2, name);
+            if (at != model.end()) model.erase(at);
+        }
+        ASSERT_EQ(shown.Count(), static_cast<int>(model.size())) << step;
+        if (step % 100 == 0 || model.size() < 3) {
+            ASSERT_EQ(shown.Rows(), model) << step;
+            ASSERT_EQ(bot.client.Chat()[0].PeopleHere.Names(), model) << step;
+            for (std::size_t row = 0; row < model.size(); ++row)
+                ASSERT_EQ(shown.At(static_cast<int>(row)), model[row]) << step;
+        }
+    }
 }
 
 TEST_F(PeopleHereTest, ARoomInTheSamePlaceIsNotTakenForTheOldOne) {
