@@ -34,8 +34,6 @@ class KeyboardTest : public WindowTest {
 TEST_F(KeyboardTest, EveryPanelOpensByItsShortcutAndStaysWhenItsTabIsReleased) {
     for (int i = FrmMain::kTabs - 1; i >= 0; --i) {
         const QKeySequence keys = FrmMain::PanelShortcut(i);
-        EXPECT_TRUE(window.chkTab[i]->toolTip().contains(keys.toString(QKeySequence::NativeText)))
-            << window.chkTab[i]->toolTip().toStdString();
         QTest::keySequence(QApplication::focusWidget() ? QApplication::focusWidget() : &window,
                            keys);
         for (int j = 0; j < FrmMain::kTabs; ++j) {
