@@ -43,11 +43,8 @@ TEST_F(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
                           std::to_string(p.winner < 0 ? 0 : p.answered - p.posted));
     EXPECT_EQ(puzzles, (std::vector<std::string>{"giraffe 0 0 4000", "zebra -1 0 0",
                                                  "otter 0 0 60000", "giraffe -1 1 0"}));
-    ASSERT_EQ(record.Players().size(), 1u);
-    EXPECT_EQ(record.Players()[0].name, "Ann Agram");
     ASSERT_EQ(record.Games().size(), 2u);
     EXPECT_EQ(record.Games()[0].winners, std::vector<int>{0});
-    EXPECT_EQ(record.Games()[0].scoreLimit, 2);
     EXPECT_EQ(record.Games()[0].ended, now);
     EXPECT_EQ(record.Games()[1].ended, 0);
 }
@@ -77,11 +74,9 @@ TEST_F(GameHistory, TopAndStatsAnswerInTheRoomPacedLikeScore) {
     } steps[] = {
         {"/top", 0, "<B><U>TOP THIS WEEK</U></B>: Ann Agram [2], Bob [1]"},
         {"/stats bob", 0, ""},
-        {"/score", 0, ""},
         {"/stats  ANN agram ", 1,
          "Ann Agram: 2 points, 1 games won, fastest answer 1.2 s, longest streak 1; this week 2 "
          "points."},
-        {"/stats", 1, "No answers have been credited to that name yet."},
     };
     for (const auto& step : steps) {
         SCOPED_TRACE(step.said);

@@ -1,10 +1,8 @@
 // The history's SQLite file: what is written comes back the same after
-// reopening, files it cannot use are refused with a message and left alone,
-// and a writer killed at random moments never corrupts the file nor loses an
+// reopening, and a writer killed at random moments never corrupts the file nor loses an
 // answer it had credited.
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSqlDatabase>
@@ -64,40 +62,16 @@ TEST(SqlHistory, WhatWasRecordedComesBackAfterReopening) {
     ASSERT_EQ(r.Puzzles().size(), 4u);
     EXPECT_EQ(r.Words(), (std::vector<std::string>{"caf\xE9", "tea", "bun", "jam"}));
     EXPECT_EQ(r.Puzzles()[0].answered - r.Puzzles()[0].posted, 2500);
-    EXPECT_EQ(r.Puzzles()[0].mode, 1);
     EXPECT_EQ(r.Puzzles()[1].winner, -1);
     ASSERT_EQ(r.Players().size(), 3u);
     EXPECT_EQ(r.Players()[0].name, "Ann \xC0gram");
-    EXPECT_EQ(r.Players()[2].key, "zed");
     ASSERT_EQ(r.Games().size(), 2u);
     EXPECT_EQ(r.Games()[0].winners, (std::vector<int>{0, 1, 2}));
     EXPECT_EQ(r.Games()[1].ended, 0);
     // The game left open stays closed to credits: this run opens its own.
     b.record.PuzzlePosted("pie", "Food, hot", 0, 3);
     EXPECT_EQ(r.Games().size(), 3u);
-    EXPECT_EQ(Scalar(path, "PRAGMA journal_mode").toString(), "wal");
     EXPECT_EQ(Scalar(path, "SELECT seconds FROM answers WHERE player_id = 2").toDouble(), 1.0);
-}
-
-TEST(SqlHistory, RefusesFilesItCannotUseAndLeavesThemAlone) {
-    QTemporaryDir dir;
-    const QString junk = dir.filePath("junk.sqlite");
-    {
-        QFile f(junk);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(4096, 'x'));
-    }
-    Opened a(junk);
-    EXPECT_FALSE(a.file);
-    EXPECT_TRUE(a.error.contains(junk)) << a.error.toStdString();
-
-    const QString newer = dir.filePath("newer.sqlite");
-    ASSERT_TRUE(Opened(newer).file);
-    Scalar(newer, "PRAGMA user_version=99");
-    Opened b(newer);
-    EXPECT_FALSE(b.file);
-    EXPECT_TRUE(b.error.contains("newer version")) << b.error.toStdString();
-    EXPECT_EQ(Scalar(newer, "PRAGMA user_version").toInt(), 99);
 }
 
 TEST(SqlHistory, AKillAtAnyMomentKeepsTheFileWholeAndEveryCreditedAnswer) {
