@@ -3,6 +3,7 @@
 // answer it had credited.
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSqlDatabase>
@@ -72,6 +73,27 @@ TEST(SqlHistory, WhatWasRecordedComesBackAfterReopening) {
     b.record.PuzzlePosted("pie", "Food, hot", 0, 3);
     EXPECT_EQ(r.Games().size(), 3u);
     EXPECT_EQ(Scalar(path, "SELECT seconds FROM answers WHERE player_id = 2").toDouble(), 1.0);
+}
+
+TEST(SqlHistory, RefusesFilesItCannotUseAndLeavesThemAlone) {
+    QTemporaryDir dir;
+    const QString junk = dir.filePath("junk.sqlite");
+    {
+        QFile f(junk);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray(4096, 'x'));
+    }
+    Opened a(junk);
+    EXPECT_FALSE(a.file);
+    EXPECT_TRUE(a.error.contains(junk)) << a.error.toStdString();
+
+    const QString newer = dir.filePath("newer.sqlite");
+    ASSERT_TRUE(Opened(newer).file);
+    Scalar(newer, "PRAGMA user_version=99");
+    Opened b(newer);
+    EXPECT_FALSE(b.file);
+    EXPECT_TRUE(b.error.contains("newer version")) << b.error.toStdString();
+    EXPECT_EQ(Scalar(newer, "PRAGMA user_version").toInt(), 99);
 }
 
 TEST(SqlHistory, AKillAtAnyMomentKeepsTheFileWholeAndEveryCreditedAnswer) {
