@@ -67,7 +67,11 @@ TEST_F(HistoryWindow, TheOtherPanelNamesTheFileStartsAFreshOneAndExportsCsv) {
     ASSERT_TRUE(label);
     EXPECT_TRUE(label->text().contains(path));
     Play("yak", "Bob", 1500);
-    Play("emu, big bird", "", 0);
+    // Windows-1252 curly quotes: UTF-8 in the file.
+    Play(
+        "emu, \x93"
+        "big\x94 bird",
+        "", 0);
 
     const QString csv = QDir(folder.path()).filePath("out.csv");
     dialogs.fileAnswers.push_back(csv.toStdString());
@@ -77,7 +81,8 @@ TEST_F(HistoryWindow, TheOtherPanelNamesTheFileStartsAFreshOneAndExportsCsv) {
     EXPECT_EQ(file.readAll(),
               "game,game_started,game_ended,score_limit,posted,topic,mode,word,player,seconds\r\n"
               "1,1704801600000,,15,1704801600000,Animals,0,yak,Bob,1.5\r\n"
-              "1,1704801600000,,15,1704801602500,Animals,0,\"emu, big bird\",,\r\n");
+              "1,1704801600000,,15,1704801602500,Animals,0,\"emu, \xE2\x80\x9C"
+              "big\xE2\x80\x9D bird\",,\r\n");
 
     dialogs.yesNoAnswers.push_back(false);
     QTest::mouseClick(window.other->findChild<QPushButton*>("cmdFreshHistory"), Qt::LeftButton);
