@@ -181,19 +181,6 @@ TEST_F(ConnectionsTest, LeaveChatLeavesEveryRoomOfTheIndexOrName) {
     EXPECT_TRUE(client.Chat().empty());
 }
 
-TEST_F(ConnectionsTest, LogOffClosesEverythingAndSaysSo) {
-    SignOn();
-    JoinRoom("Lobby", 4);
-    events.Take();
-    client.LogOff();
-    EXPECT_EQ(events.Take(), Lines{"LoggedOff()"});
-    EXPECT_TRUE(client.Chat().empty());
-    EXPECT_EQ(client.ChatNavIndex(), 0);
-    EXPECT_FALSE(client.LoggedInState());
-    EXPECT_EQ(sockets.sockets.size(), 1u) << "only element 0 is left";
-    EXPECT_FALSE(sockets.IsConnected(0));
-}
-
 TEST_F(ConnectionsTest, ServiceRequestsWaitForTheirConnection) {
     SignOn();
     client.GetBuddyIcon("Bob", HexToBytes("00112233445566778899AABBCCDDEEFF"));

@@ -1,6 +1,6 @@
 // The byte-level helpers the packet code rests on (the hand-written hex of
-// the packet tests checks the common cases, these check the edges), the
-// capability block and the cutting of frames.
+// the packet tests checks the common cases, these check the edges) and the
+// cutting of frames.
 #include "oscar/encoding.h"
 
 #include <gtest/gtest.h>
@@ -13,13 +13,6 @@ namespace oscar {
 namespace {
 
 using testing_support::Frame;
-
-TEST(HexText, SkipsBadPairsAndReadsAnOddTail) {
-    EXPECT_EQ(HexToBytes("000d"), HexToBytes("000D"));
-    EXPECT_EQ(BytesToHex(HexToBytes("00zz01")), "0001");
-    EXPECT_EQ(HexToBytes("0G"), "");
-    EXPECT_EQ(BytesToHex(HexToBytes("0A1")), "0A01");
-}
 
 TEST(Numbers, RefuseOutOfRangeAndShortInput) {
     EXPECT_EQ(BytesToHex(*MakeWord(65535)), "FFFF");
@@ -78,26 +71,6 @@ TEST(ParseTLVs, KeepsWhatATruncatedTLVHoldsAndCountedBlocksStop) {
     EXPECT_EQ(BytesToHex(data), "000300016300");
     EXPECT_EQ(FindTLV(list, HexToBytes("0002")), "b");
     EXPECT_FALSE(FindTLV(list, HexToBytes("0004")));
-}
-
-TEST(FamilyName, UsesTheTableAndABareFallback) {
-    EXPECT_EQ(FamilyName(HexToBytes("00A0")), "[Unknown[00A0]]");
-    EXPECT_EQ(FamilyName(HexToBytes("0025")), "Unknown[0025]");
-}
-
-TEST(Capabilities, FollowTheTwoOptions) {
-    const std::string both = BuildCapabilities(0, {}, {true, true});
-    ASSERT_EQ(both.size(), 272u);
-    EXPECT_EQ(BytesToHex(both.substr(0, 16)), "094601054C7F11D18222444553540000");
-    EXPECT_EQ(BytesToHex(both.substr(14 * 16, 16)), "748F2420628711D18222444553540000");
-    EXPECT_EQ(BytesToHex(both.substr(256)), "094600014C7F11D18222444553540000");
-    EXPECT_EQ(BuildCapabilities(0, {}, {true, false}).size(), 256u);
-    EXPECT_EQ(BuildCapabilities(0, {}, {false, false}), "");
-
-    const std::vector<std::string> ids = {"00112233445566778899AABBCCDDEEFF", "0102"};
-    EXPECT_EQ(BytesToHex(BuildCapabilities(1, ids, {true, true})),
-              "00112233445566778899AABBCCDDEEFF0102");
-    EXPECT_EQ(BuildCapabilities(2, ids, {true, true}), "");
 }
 
 TEST(FrameCutter, GivesTheSameWholeFramesWhateverTheReadSizes) {

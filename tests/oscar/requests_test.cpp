@@ -137,22 +137,6 @@ TEST_F(ServicesTest, InstantMessagesOnChannelOneOnly) {
     EXPECT_EQ(events.Take(), Lines{"InstantMessage(Some Body, " + HexToBytes("00680069") + ", 1)"});
 }
 
-TEST_F(ServicesTest, UserInformationRoundsTheWarningLevel) {
-    auto info = [](const char* warning, const std::string& dword) {
-        return Frame(2, HexToBytes("00020006000000000000") + MakeTLV("", 1, "Ann") +
-                            HexToBytes(warning) + HexToBytes("0003") +
-                            MakeTLV("0001", 2, HexToBytes("0010")) +
-                            MakeTLV("000F", 2, HexToBytes(dword)) +
-                            MakeTLV("0003", 2, HexToBytes("80000000")) +
-                            MakeTLV("0001", 2, "text/aolrtf") + MakeTLV("0002", 2, "Hello"));
-    };
-    sockets.Deliver(0, info("0019", "0000003C"));
-    sockets.Deliver(0, info("0023", "7FFFFFFF"));
-    EXPECT_EQ(events.Take(),
-              (Lines{"IncomingUserInfo(Ann, 2, 60, 0, 16, text/aolrtf, Hello)",
-                     "IncomingUserInfo(Ann, 4, 2147483647, 0, 16, text/aolrtf, Hello)"}));
-}
-
 TEST_F(ServicesTest, RepliesAndErrorsOfTheServicesRaiseTheirEvents) {
     const auto deliver = [&](int index, const char* snacHex, const std::string& tlvs = "") {
         sockets.Deliver(index, Frame(2, HexToBytes(snacHex) + tlvs));
