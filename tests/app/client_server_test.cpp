@@ -106,6 +106,34 @@ TEST_F(RatesServerTest, AFloodOfThreeHundredLinesReachesTheRoomInOrderWithoutAWa
     EXPECT_TRUE(server.RateNotices().empty()) << "the server warned";
 }
 
+TEST_F(RatesServerTest, LinesCarryTheNarrowestCharsetAndIncomingUtf16IsDecoded) {
+    const int room = Enter(bot);
+    ASSERT_NE(room, 0);
+    LoopbackUser player;
+    ASSERT_NE(Enter(player, "Player Two", "pass2222"), 0);
+    player.events.Take();
+    const std::pair<std::string, std::string> cases[] = {
+        {HexToBytes("AB") + "Hi" + HexToBytes("BB"), "iso-8859-1"},
+        {HexToBytes("93") + "ok" + HexToBytes("9420") + "5" + HexToBytes("80"), "unicode-2-0"}};
+    for (const auto& [text, charset] : cases) {
+        bot.client.SendChat(room, text);
+        ASSERT_TRUE(WaitFor([&] { return player.Count("ChatMessage(") > 0; }));
+        EXPECT_EQ(BotLines().back().charset, charset);
+        EXPECT_EQ(player.events.Take(), Lines{"ChatMessage(" + std::to_string(player.RoomIndex()) +
+                                              ", Scramble Bot, " + text + ")"});
+    }
+    // From a modern client: UTF-16, the character set after the text.
+    bot.events.Take();
+    server.PlayerSaysBlock("Word Games", "Ann Agram",
+                           MakeTLV("0001", 2, HexToBytes("00C70061002000760061002020AC4E2D")) +
+                               MakeTLV("0002", 2, "unicode-2-0") + MakeTLV("0003", 2, "en"));
+    ASSERT_TRUE(WaitFor([&] { return bot.Count("ChatMessage(") > 0; }));
+    EXPECT_EQ(bot.events.Take(), Lines{"ChatMessage(" + std::to_string(room) + ", Ann Agram, " +
+                                       HexToBytes("C76120766120803F") + ")"});
+}
+
+// The local server holds its players to the rate classes and echoes as real
+// servers do; the tests above rely on both.
 // The local server holds its players to the rate classes and echoes as real
 // servers do; the tests above rely on both.
 TEST_F(RatesServerTest, TheServerDropsAnUnpacedFloodPastTheLimitThenDisconnects) {
