@@ -12,4 +12,5 @@ cd "$(dirname "$0")/.."
 seconds=${1:-300}
 shift || true
 ./scripts/build.sh
-QT_QPA_PLATFORM=offscreen ./build/tests/fault_run --seconds "$seconds" --every 20 --topics topics "$@"
+QT_QPA_PLATFORM=offscreen exec timeout --kill-after=30 $((seconds + 300)) \
+    ./build/tests/soak --seconds "$seconds" --every 20 --topics topics "$@"
