@@ -33,10 +33,6 @@ TEST(LoginRequest, CarriesThirteenTLVsInOrder) {
     EXPECT_EQ(BytesToHex(request), BytesToHex(expected));
 }
 
-TEST(LoginRequest, RefusesAScreenNameTooLongForItsField) {
-    EXPECT_EQ(BuildLoginRequest(std::string(65536, 'a'), "pw", "key"), "");
-}
-
 // Every length to 200 (each padding case and block boundary), fed whole and
 // in pieces, against Qt's MD5.
 TEST(Md5, AgreesWithQtWhateverTheLengthAndFeedSizes) {

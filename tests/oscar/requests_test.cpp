@@ -138,7 +138,6 @@ TEST_F(ServicesTest, RepliesAndErrorsOfTheServicesRaiseTheirEvents) {
     deliver(0, "000100018000000000000003AABBCC0004", code("002E"));
     deliver(0, "000100010000000000000005", MakeTLV("0001", 2, "") + code("004A"));
     deliver(0, "000400010000000000000004");
-    deliver(0, "000400010000000000000005");
     deliver(0, "000A00010000000000000021");
     deliver(4, "00070001000000000000000E");
     deliver(4, "000700010000000000000014");
