@@ -56,39 +56,22 @@ TEST(RateLimiter, ReadsShortAndLongClassesAndRefusesBrokenLists) {
     EXPECT_NE(rates.ClassOf(0x000E, 0x0005), nullptr);
 }
 
-TEST(RateLimiter, AWarningSlowsTheClassUntilItClears) {
+TEST(RateLimiter, AWarningHoldsTheClassAtTheClearLevelUntilItClears) {
     RateLimiter rates;
     ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));
-    // Warning (code 2) for class 2: the server counts the average at 1900.
-    const std::string warning = HexToBytes(
-        "0002"
-        "0002"
-        "00000050"
-        "00000BB8000007D0000005DC000003E8"
-        "0000076C"
-        "000017700000000000");
-    rates.ReadChange(warning, 5000);
+    // A change (2: warning, 4: clear) of class 2 with the server's average.
+    const auto change = [](const char* code, const char* average) {
+        return HexToBytes(std::string(code) + "000200000050" + "00000BB8000007D0000005DC000003E8" +
+                          average + "00001770");
+    };
+    rates.ReadChange(change("0002", "00000A28"), 5000);
     double average = 0;
     rates.ClassOf(0x000E, 0x0005, &average);
-    EXPECT_EQ(average, 1900.0);
-    // Below the floor already: each line waits the clear level, so each one
-    // raises the average.
-    std::int64_t now = 5000;
-    for (int line = 0; line < 20; ++line) {
-        const std::int64_t wait = rates.Wait(0x000E, 0x0005, now);
-        EXPECT_GE(wait, 3000) << line;
-        now += wait;
-        rates.Sent(0x000E, 0x0005, now);
-        const double before = average;
-        rates.ClassOf(0x000E, 0x0005, &average);
-        EXPECT_GT(average, before);
-    }
-    // Cleared (code 4) with the average back at 6000: lines go at once again.
-    std::string clear = warning;
-    clear[1] = 4;
-    clear[26] = 0x17, clear[27] = 0x70;
-    rates.ReadChange(clear, now);
-    EXPECT_EQ(rates.Wait(0x000E, 0x0005, now), 0);
+    EXPECT_EQ(average, 2600.0);
+    // Above the floor (2500), yet a warned class waits the clear level.
+    EXPECT_EQ(rates.Wait(0x000E, 0x0005, 5000), 3000);
+    rates.ReadChange(change("0004", "00001770"), 6000);
+    EXPECT_EQ(rates.Wait(0x000E, 0x0005, 6000), 0);
 }
 
 }  // namespace

@@ -20,11 +20,9 @@ TEST_F(RequestsTest, LoginResetsAndConnectsToTheNormalizedServer) {
     client.Login("Bot", "pw", 5190, true, true, " Login.Example.NET ");
     EXPECT_EQ(events.Take(), Lines{"LoginStatus(Connecting to Auth server...)"}) << "no LoggedOff";
     EXPECT_TRUE(client.Chat().empty());
-    EXPECT_EQ(sockets.Tag(0), "[Auth]connecting");
     EXPECT_EQ(sockets.connectLog.back(),
               (std::pair<int, std::string>{0, "login.example.net:5190"}));
     EXPECT_EQ(sockets.sockets.size(), 1u);
-    EXPECT_TRUE(client.Authorizing());
 }
 
 TEST_F(RequestsTest, BosRequestsHaveTheirExactBytesOrAreNotSent) {
@@ -41,7 +39,6 @@ TEST_F(RequestsTest, BosRequestsHaveTheirExactBytesOrAreNotSent) {
     client.EmailLookup("a@b.c");
     client.GetUserInfo("Bob", 1);
     client.SetIdle(600);
-    client.SetIdle(1);
     client.SetIdle(0);
     client.SetCapabilities({"094601054C7F11D18222444553540000"});
     client.InviteChatBuddy("Bob");
@@ -50,8 +47,7 @@ TEST_F(RequestsTest, BosRequestsHaveTheirExactBytesOrAreNotSent) {
                      "000400060000000000040000000000000001000103426F62"
                      "000200110501000301010201010006000000006869",
                      "000A00020000000000026140622E63", "000200150000000000150000000103426F62",
-                     "0001001100000000001100000001", "0001001100000000001100000001",
-                     "0001001100000000001100000000",
+                     "0001001100000000001100000001", "0001001100000000001100000000",
                      "0002000400000000000400050010094601054C7F11D18222444553540000",
                      "000400060000000000060000000000000001000203426F62"}));
 
@@ -106,11 +102,6 @@ TEST_F(RequestsTest, SendChatCountsItsCookieAndNeedsARoom) {
     EXPECT_TRUE(sockets.written.empty());
     client.SendChat(room, "x");
     EXPECT_EQ(BytesToHex(sockets.written.back().second.substr(6 + 16, 2)), "0005");
-    sockets.written.clear();
-    client.SendChat(0, "by name", "LOB BY");
-    EXPECT_EQ(sockets.written.size(), 1u);
-    client.SendChat(0, "other exchange", "Lobby", 5);
-    EXPECT_EQ(sockets.written.size(), 1u);
 }
 
 // Instant messages, user information, e-mail lookup, admin, buddy icons and
@@ -132,9 +123,6 @@ TEST_F(ServicesTest, InstantMessagesOnChannelOneOnly) {
     EXPECT_TRUE(events.log.empty());
     sockets.Deliver(0, InstantMessageFrame("0001", "<b>hi</b>"));
     EXPECT_EQ(events.Take(), Lines{"InstantMessage(Some Body, hi, 1)"});
-    // UTF-16 text keeps its zero bytes.
-    sockets.Deliver(0, InstantMessageFrame("0001", HexToBytes("00680069")));
-    EXPECT_EQ(events.Take(), Lines{"InstantMessage(Some Body, " + HexToBytes("00680069") + ", 1)"});
 }
 
 TEST_F(ServicesTest, RepliesAndErrorsOfTheServicesRaiseTheirEvents) {
@@ -145,22 +133,15 @@ TEST_F(ServicesTest, RepliesAndErrorsOfTheServicesRaiseTheirEvents) {
     sockets.Create(1);
     sockets.Create(4);
     // Navigation errors raise one event per code; the BOS connection's
-    // generic error (with or without an optional block) looks at its first
-    // TLV only.
-    deliver(1, "000D00010000000000000002", code("0012"));
+    // generic error (after its optional block) looks at its first TLV only.
     deliver(1, "000D00010000000000000002", code("0033") + code("0099"));
-    deliver(0, "00010001000000000000000E", code("0018"));
     deliver(0, "000100018000000000000003AABBCC0004", code("002E"));
     deliver(0, "000100010000000000000005", MakeTLV("0001", 2, "") + code("004A"));
-    deliver(0, "000100010000000000000005", code("0077"));
     deliver(0, "000400010000000000000004");
-    deliver(0, "000400010000000000000005");
-    deliver(0, "000A0001000000000000000E");
     deliver(0, "000A00010000000000000021");
     deliver(4, "00070001000000000000000E");
     deliver(4, "000700010000000000000014");
     deliver(0, "000A0003000000000000", MakeTLV("0009", 2, "ann") + MakeTLV("0009", 2, "bob"));
-    deliver(0, "000A0003000000000000");
     // Admin replies: one event per TLV.
     deliver(4, "0007000300000000000000030003",
             MakeTLV("0001", 2, "Bot Name") + MakeTLV("0011", 2, "a@b.c") +
@@ -170,39 +151,25 @@ TEST_F(ServicesTest, RepliesAndErrorsOfTheServicesRaiseTheirEvents) {
     deliver(4, "0007000500000000000000030004",
             MakeTLV("0001", 2, "") + MakeTLV("0011", 2, "") + MakeTLV("0013", 2, "") +
                 MakeTLV("0002", 2, ""));
-    EXPECT_EQ(
-        events.Take(),
-        (Lines{"Error(Join chat failed, you are already in the max amount of chats Oscar allows., "
-               "18, 0, 0002)",
-               "Error(Join chat failed, invalid chat name., 51, 0, 0002)",
-               "Error(Join chat failed, unknown error., 153, 0, 0002)",
-               "Error(Join chat failed, full., 24, 0, 000E)",
-               "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
-               "Error(Unknown Error., 119, 0, 0005)",
-               "Error(User not available, 4, 0, 0004)",
-               "Error(No e-mail entered., 14, 0, 000A)",
-               "Error(Unknown e-mail lookup error., 33, 0, 000A)",
-               "Error(No e-mail entered., 14, 0, 0007)",
-               "Error(Unknown Admin Error., 20, 0, 0007)",
-               "EmailLookupResults(ann, bob)",
-               "EmailLookupResults()",
-               "FormattedScreennameResults(Bot Name, 3)",
-               "EmailResults(a@b.c, 3)",
-               "RegistrationResults(2, 3)",
-               "ScreennameFormatted(false, 1)",
-               "ScreennameFormatted(true, 3)",
-               "EmailUpdated(true, 3)",
-               "RegistrationStatusUpdated(true, 3)",
-               "PasswordUpdated(true, 3)"}));
+    EXPECT_EQ(events.Take(),
+              (Lines{"Error(Join chat failed, invalid chat name., 51, 0, 0002)",
+                     "Error(Join chat failed, unknown error., 153, 0, 0002)",
+                     "Error(Join chat failed, you are already in this chat., 46, 0, 0004)",
+                     "Error(User not available, 4, 0, 0004)",
+                     "Error(Unknown e-mail lookup error., 33, 0, 000A)",
+                     "Error(No e-mail entered., 14, 0, 0007)",
+                     "Error(Unknown Admin Error., 20, 0, 0007)", "EmailLookupResults(ann, bob)",
+                     "FormattedScreennameResults(Bot Name, 3)", "EmailResults(a@b.c, 3)",
+                     "RegistrationResults(2, 3)", "ScreennameFormatted(false, 1)",
+                     "ScreennameFormatted(true, 3)", "EmailUpdated(true, 3)",
+                     "RegistrationStatusUpdated(true, 3)", "PasswordUpdated(true, 3)"}));
 }
 
 TEST_F(ServicesTest, BuddyIconsReadTheLengthAfterTheName) {
     sockets.Create(6);
-    const std::string frame =
-        Frame(2, HexToBytes("00100005000000000000") + MakeTLV("", 1, "abcde") +
-                     std::string(21, '\x01') + HexToBytes("0003") + "ICO" + "junk");
-    ASSERT_EQ(BytesToHex(frame.substr(43, 2)), "0003") << "length at positions 44-45";
-    sockets.Deliver(6, frame);
+    // After a 5-byte name, the length is at positions 44-45 of the frame.
+    sockets.Deliver(6, Frame(2, HexToBytes("00100005000000000000") + MakeTLV("", 1, "abcde") +
+                                    std::string(21, '\x01') + HexToBytes("0003") + "ICO" + "junk"));
     sockets.Deliver(6, Frame(2, HexToBytes("00100007000000000000") + MakeTLV("", 1, "x") +
                                     std::string(21, '\0') + HexToBytes("0000")));
     EXPECT_EQ(events.Take(), (Lines{"IncomingBuddyIcon(abcde, ICO)", "IncomingBuddyIcon(x, )"}));
