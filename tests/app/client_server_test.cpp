@@ -1,9 +1,10 @@
-// The real client on Qt sockets against the loopback OSCAR server: sign-on,
-// rooms, lines, rate limits and character sets.
+// The real client on Qt sockets against the loopback OSCAR server: what
+// another client receives of the bot's lines, and the server's rate limits
+// and echoes. (Sign-on, joins and paced floods: the window tests and the
+// soak run.)
 #include <gtest/gtest.h>
 
 #include "app/loopback_user.h"
-#include "app/qt_clock.h"
 #include "localserver/oscar_test_server.h"
 
 namespace {
@@ -15,9 +16,9 @@ using testing_support::LoopbackUser;
 using testing_support::WaitFor;
 using testserver::OscarTestServer;
 
-class ClientServerTest : public ::testing::Test {
+class RatesServerTest : public ::testing::Test {
   protected:
-    ClientServerTest() {
+    RatesServerTest() {
         EXPECT_TRUE(server.Start());
         server.AddAccount("Scramble Bot", "secret1", "bot@example.net");
         server.AddAccount("Player Two", "pass2222");
@@ -40,71 +41,8 @@ class ClientServerTest : public ::testing::Test {
     }
 
     OscarTestServer server;
-    // Before the bot: its client holds it to the end.
-    QtClock clock;
     LoopbackUser bot;
 };
-
-using RatesServerTest = ClientServerTest;
-
-TEST_F(ClientServerTest, SignOnReportsEachStepAndTheAccount) {
-    ASSERT_TRUE(bot.SignOn(server.Port()));
-    EXPECT_EQ(bot.events.Take(),
-              testing_support::SignOnEvents("LoggedIn(Scramble Bot, bot@example.net, 127.0.0.1)"));
-    ASSERT_TRUE(WaitFor([&] { return server.BosSetups() == 1; }));
-    EXPECT_EQ(server.SignedOn(), Lines{"scramblebot"});
-
-    bot.client.SetProfile("<b>hello</b>");
-    ASSERT_TRUE(WaitFor([&] { return server.Profile("scramblebot") == "<b>hello</b>"; }));
-}
-
-TEST_F(ClientServerTest, JoiningARoomListsItsOccupantsAndCarriesLines) {
-    server.AddScriptedPlayer("Word Games", "Ann Agram");
-    server.AddScriptedPlayer("Word Games", "Bob Scramble");
-    ASSERT_TRUE(bot.SignOn(server.Port()));
-    ASSERT_EQ(bot.Join(" Word Games ").substr(0, 11), "JoinedChat(");
-    const std::string index = std::to_string(bot.RoomIndex());
-    EXPECT_EQ(bot.events.Take(), (Lines{"UserJoinedChat(" + index + ", Ann Agram)",
-                                        "UserJoinedChat(" + index + ", Bob Scramble)",
-                                        "UserJoinedChat(" + index + ", Scramble Bot)",
-                                        "JoinedChat(Word Games, 4, 0, " + index + ", 100, 1024)"}));
-
-    // A scripted player's line arrives as a chat message, markup and all.
-    server.PlayerSays("Word Games", "Ann Agram", "<b>hello</b> bot");
-    ASSERT_TRUE(WaitFor([&] { return !bot.events.log.empty(); }));
-    EXPECT_EQ(bot.events.Take(), Lines{"ChatMessage(" + index + ", Ann Agram, <b>hello</b> bot)"});
-
-    // A second user comes and goes (the bot's lines reaching it: the
-    // character set test).
-    LoopbackUser two;
-    ASSERT_TRUE(two.SignOn(server.Port(), "Player Two", "pass2222"));
-    ASSERT_EQ(two.Join("word games").substr(0, 11), "JoinedChat(");
-    ASSERT_TRUE(WaitFor([&] { return bot.Has("UserJoinedChat(" + index + ", Player Two)"); }));
-    two.client.LeaveChat(two.RoomIndex());
-    ASSERT_TRUE(WaitFor([&] { return bot.Has("UserLeftChat(" + index + ", Player Two)"); }));
-}
-
-TEST_F(RatesServerTest, AFloodOfThreeHundredLinesReachesTheRoomInOrderWithoutAWarning) {
-    // Every level divided by 100: the same average, in seconds, not minutes.
-    server.SetRateDivisor(100);
-    bot.client.SetClock(&clock);
-    const int room = Enter(bot);
-    ASSERT_NE(room, 0);
-    Lines sent;
-    for (int i = 0; i < 300; ++i) {
-        sent.push_back("flood line " + std::to_string(i));
-        bot.client.SendChat(room, sent.back());
-    }
-    EXPECT_GT(bot.client.Waiting(room), 0u);
-    ASSERT_TRUE(WaitFor([&] { return BotLines().size() >= 300; }, 60000))
-        << BotLines().size() << " lines arrived, " << server.DroppedSnacs() << " dropped";
-    Lines arrived;
-    for (const auto& line : BotLines())
-        arrived.push_back(line.text);
-    EXPECT_EQ(arrived, sent);
-    EXPECT_EQ(server.DroppedSnacs(), 0);
-    EXPECT_TRUE(server.RateNotices().empty()) << "the server warned";
-}
 
 TEST_F(RatesServerTest, LinesCarryTheNarrowestCharsetAndIncomingUtf16IsDecoded) {
     const int room = Enter(bot);
@@ -133,9 +71,7 @@ TEST_F(RatesServerTest, LinesCarryTheNarrowestCharsetAndIncomingUtf16IsDecoded) 
 }
 
 // The local server holds its players to the rate classes and echoes as real
-// servers do; the tests above rely on both.
-// The local server holds its players to the rate classes and echoes as real
-// servers do; the tests above rely on both.
+// servers do; the other tests and the soak run rely on both.
 TEST_F(RatesServerTest, TheServerDropsAnUnpacedFloodPastTheLimitThenDisconnects) {
     // Without a clock the client writes every line at once.
     const int room = Enter(bot);

@@ -20,9 +20,6 @@ struct LoopbackUser {
             std::count_if(events.log.begin(), events.log.end(),
                           [&](const auto& l) { return l.starts_with(prefix); }));
     }
-    bool Has(const std::string& line) const {
-        return std::find(events.log.begin(), events.log.end(), line) != events.log.end();
-    }
 
     // Signs on at 127.0.0.1; whether the client got signed on in time.
     bool SignOn(int port, const std::string& name = "Scramble Bot",

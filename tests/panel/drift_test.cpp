@@ -61,8 +61,7 @@ TEST_F(DriftTest, FieldChecksRunOnlyWhenTheFocusMovesWithinTheWindow) {
     } cases[] = {{Qt::ActiveWindowFocusReason, 0},
                  {Qt::PopupFocusReason, 0},
                  {Qt::TabFocusReason, 1},
-                 {Qt::MouseFocusReason, 1},
-                 {Qt::ShortcutFocusReason, 1}};
+                 {Qt::MouseFocusReason, 1}};
     for (const auto& c : cases) {
         dialogs.questions.clear();
         window.mainGame->txtSendPause->setText("5");

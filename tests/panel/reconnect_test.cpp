@@ -33,12 +33,6 @@ class ReconnectTest : public testing_support::ServerWindow {
         now += seconds;
         tmrReconnect.Tick();
     }
-    // The tries have ended, with no box, and the game with them.
-    void ExpectStopped() {
-        EXPECT_FALSE(tmrReconnect.IsEnabled());
-        EXPECT_FALSE(bot.game.GameOn);
-        EXPECT_TRUE(dialogs.messages.empty());
-    }
 
     testing_support::FakeTimer tmrReconnect;
     long long now = 0;
@@ -84,17 +78,10 @@ TEST_F(ReconnectTest, SignedOnElsewhereAThirdTimeInTenMinutesStopsTheTries) {
         ASSERT_TRUE(WaitForRoomStatus("Joined 'Word Games'!"));
     }
     ASSERT_TRUE(WaitForInfo("Signed on from elsewhere three times within ten minutes"));
-    ExpectStopped();
-}
-
-TEST_F(ReconnectTest, ARefusedPasswordEndsTheTries) {
-    StartGame();
-    server.AddAccount("Scramble Bot", "changed");
-    server.CloseConnection("Scramble Bot", testserver::Role::Bos);
-    ASSERT_TRUE(WaitForInfo("Next try in "));
-    WaitOut();
-    ASSERT_TRUE(WaitForInfo("The password was refused"));
-    ExpectStopped();
+    // The tries have ended, with no box, and the game with them.
+    EXPECT_FALSE(tmrReconnect.IsEnabled());
+    EXPECT_FALSE(bot.game.GameOn);
+    EXPECT_TRUE(dialogs.messages.empty());
 }
 
 }  // namespace

@@ -18,9 +18,9 @@ class ServerWindow : public WindowTest {
         server.AddScriptedPlayer("Word Games", "Ann Agram");
     }
 
-    void ClickSignOn(quint16 port, const QString& password = "secret1") {
+    void ClickSignOn(quint16 port) {
         window.connection->txtSN->setText("Scramble Bot");
-        window.connection->txtPW->setText(password);
+        window.connection->txtPW->setText("secret1");
         window.connection->txtPort->setText(QString::number(port));
         QTest::mouseClick(window.connection->cmdSignOn, Qt::LeftButton);
     }

@@ -26,7 +26,6 @@ TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
                  {g.txtSendPause, "5", "10", bot.game.SendPause, 5},  // No: the field is reset only
                  {g.txtSendPause, "9.5", "9.5", bot.game.SendPause, 10},  // above 9: no question
                  {g.txtScoreLimit, "abc", "15", bot.game.ScoreLimit, 15},
-                 {g.txtScoreLimit, "7", "7", bot.game.ScoreLimit, 7},
                  {g.txtIdleTime, "-1", "10", bot.game.IdleTime, 30},
                  {g.txtIdleTime, "10", "10", bot.game.IdleTime, 10}};
     for (const auto& c : cases) {
@@ -64,7 +63,6 @@ TEST_F(WindowTest, TopicsLoadIntoTheListFromThePanelAndThePicker) {
     QTest::mouseClick(window.chkTab[4], Qt::LeftButton);
     QTest::mouseClick(window.topics->cmdLoadTopic, Qt::LeftButton);
     ASSERT_EQ(window.topics->lstData->model()->rowCount(), 1);
-    EXPECT_EQ(window.topics->lstData->model()->index(0, 0).data().toString(), "animals");
     window.topics->lstData->setCurrentIndex(window.topics->lstData->model()->index(0, 0));
     QTest::mouseClick(window.topics->cmdSendToList, Qt::LeftButton);
     EXPECT_EQ(bot.game.Lists().lstWords().Count(), 20);
