@@ -1,10 +1,10 @@
 // The real client on Qt sockets against the loopback OSCAR server: what
 // another client receives of the bot's lines, and the server's rate limits
-// and echoes. (Sign-on, joins and paced floods: the window tests and the
-// soak run.)
+// and echoes. (Sign-on and joins: the window tests and the soak run.)
 #include <gtest/gtest.h>
 
 #include "app/loopback_user.h"
+#include "app/qt_clock.h"
 #include "localserver/oscar_test_server.h"
 
 namespace {
@@ -42,7 +42,30 @@ class RatesServerTest : public ::testing::Test {
 
     OscarTestServer server;
     LoopbackUser bot;
+    QtClock clock;
 };
+
+// The send queue against the server's own rate classes: nothing else floods.
+TEST_F(RatesServerTest, AFloodOfThreeHundredLinesReachesTheRoomInOrderWithoutAWarning) {
+    // Every level divided by 100: the same average, in seconds, not minutes.
+    server.SetRateDivisor(100);
+    bot.client.SetClock(&clock);
+    const int room = Enter(bot);
+    ASSERT_NE(room, 0);
+    Lines sent, arrived;
+    for (int i = 0; i < 300; ++i) {
+        sent.push_back("flood line " + std::to_string(i));
+        bot.client.SendChat(room, sent.back());
+    }
+    EXPECT_GT(bot.client.Waiting(room), 0u);
+    ASSERT_TRUE(WaitFor([&] { return BotLines().size() >= 300; }, 60000))
+        << BotLines().size() << " lines arrived, " << server.DroppedSnacs() << " dropped";
+    for (const auto& line : BotLines())
+        arrived.push_back(line.text);
+    EXPECT_EQ(arrived, sent);
+    EXPECT_EQ(server.DroppedSnacs(), 0);
+    EXPECT_TRUE(server.RateNotices().empty()) << "the server warned";
+}
 
 TEST_F(RatesServerTest, LinesCarryTheNarrowestCharsetAndIncomingUtf16IsDecoded) {
     const int room = Enter(bot);

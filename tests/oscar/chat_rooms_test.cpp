@@ -120,5 +120,24 @@ TEST_F(JoinRulesTest, OnlyAReplyCarryingARoomAnswersTheJoin) {
                     "svc.example.net:5192 sent a room without a cookie., 0, 0, 000D)"});
 }
 
+// A join that stops getting answers fails after 15 s of silence, counted
+// afresh at each step: no real server test waits that long.
+TEST_F(JoinRulesTest, EachStepOfAJoinHasItsOwnDeadline) {
+    SignOn();
+    client.JoinChat("Lobby", 4, 0);
+    const int nav = OpenService("000D", "NAV");
+    for (int i = 1; i < TolSock::kStepSeconds; ++i)
+        client.TickSecond();
+    sockets.Deliver(nav, SnacFrame("000D0009000000000000"));
+    sockets.Deliver(nav, RoomReply("4-0-Lobby"));
+    for (int i = 1; i < TolSock::kStepSeconds; ++i)
+        client.TickSecond();
+    EXPECT_TRUE(events.log.empty());
+    client.TickSecond();
+    EXPECT_EQ(events.Take(), Lines{"Error(Join chat failed, no answer within 15 seconds while "
+                                   "asking the BOS server for the chat service., 0, 0, )"});
+    EXPECT_FALSE(client.JoinPending());
+}
+
 }  // namespace
 }  // namespace oscar
