@@ -75,9 +75,8 @@ TEST_F(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
     chat.Take();
     commands.ChatMessage(1, "Someone", "/top");
     const auto sent = chat.Take();
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_TRUE(sent[0].text.ends_with("<B><U>TOP THIS WEEK</U></B>: Ann Agram [2]"))
-        << sent[0].text;
+    EXPECT_TRUE(sent.size() == 1 &&
+                sent[0].text.ends_with("<B><U>TOP THIS WEEK</U></B>: Ann Agram [2]"));
 }
 
 }  // namespace

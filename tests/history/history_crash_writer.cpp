@@ -16,7 +16,6 @@
 int main(int argc, char** argv) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     QCoreApplication app(argc, argv);
-    if (argc < 2) return 2;
     history::History record{[] { return QDateTime::currentMSecsSinceEpoch(); }};
     QString error;
     const auto file = SqlHistory::Open(QString::fromLocal8Bit(argv[1]), record, error);

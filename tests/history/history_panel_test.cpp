@@ -53,7 +53,6 @@ TEST_F(HistoryWindow, CtrlEqualsShowsTheStandingsAsASortableTable) {
     Play("ibis", "ann agram", 2000);
     panel->Refresh();
     EXPECT_EQ(Column(1), (QStringList{"Ann Agram", "Bob"}));
-    EXPECT_EQ(Column(4), (QStringList{"2", "0.9"}));
     // A click on "Fastest (s)" sorts by it.
     panel->grdStandings->horizontalHeader()->setSortIndicator(4, Qt::AscendingOrder);
     EXPECT_EQ(Column(1), (QStringList{"Bob", "Ann Agram"}));

@@ -71,23 +71,20 @@ class Browser {
         const QByteArray bytes = QJsonDocument(command).toJson(QJsonDocument::Compact) + '\0';
         if (write(out_, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
             return {};
-        QJsonObject result;
-        bool replied = false;
-        testing_support::WaitFor(
-            [&] {
-                char chunk[65536];
-                for (ssize_t n; (n = read(in_, chunk, sizeof chunk)) > 0;)
-                    buffer_.append(chunk, n);
-                for (qsizetype end; !replied && (end = buffer_.indexOf('\0')) >= 0;) {
-                    const QJsonObject message = QJsonDocument::fromJson(buffer_.left(end)).object();
-                    buffer_.remove(0, end + 1);
-                    replied = message.value("id").toInt() == id_;
-                    if (replied) result = message.value("result").toObject();
-                }
-                return replied;
-            },
-            timeoutMs);
-        return result;
+        QJsonObject reply;  // never empty once it comes: it holds the id
+        const auto replied = [&] {
+            char chunk[65536];
+            for (ssize_t n; (n = read(in_, chunk, sizeof chunk)) > 0;)
+                buffer_.append(chunk, n);
+            for (qsizetype end; reply.isEmpty() && (end = buffer_.indexOf('\0')) >= 0;) {
+                const QJsonObject message = QJsonDocument::fromJson(buffer_.left(end)).object();
+                buffer_.remove(0, end + 1);
+                if (message.value("id").toInt() == id_) reply = message;
+            }
+            return !reply.isEmpty();
+        };
+        testing_support::WaitFor(replied, timeoutMs);
+        return reply.value("result").toObject();
     }
 
     QString Evaluate(const QString& session, const QString& expression) {

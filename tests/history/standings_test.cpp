@@ -21,12 +21,9 @@ constexpr Millis kDay = 86400 * kSecond;
 
 class Standings : public ::testing::Test {
   protected:
-    static void SetUpTestSuite() {
+    Standings() {
         setenv("TZ", "UTC", 1);
         tzset();
-    }
-
-    Standings() {
         // Game 1, "animals": the first puzzle on the Sunday before, the second
         // at the first moment of the week.
         Game("animals",
