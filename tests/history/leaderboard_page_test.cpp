@@ -137,13 +137,16 @@ TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
         << browser.Evaluate(session, "document.body ? document.body.innerHTML : ''").toStdString();
     ASSERT_TRUE(testing_support::WaitFor([&] { return server.OpenStreams() == 1; }, 20000));
 
-    // A puzzle is posted and a player credited for it.
+    // A puzzle is posted and a player credited for it: the page's own
+    // script redraws the standings, the hostile name still as text.
     service.PuzzlePosted("zebra", "Animals", 0, 15);
     live.scores = {{"bob", 1}};
     service.AnswerCredited("Bob");
     EXPECT_TRUE(browser.WaitFor(session,
                                 "document.getElementById('scores').innerText.includes('bob: 1') && "
-                                "document.getElementById('standings').innerText.includes('Bob')",
+                                "document.getElementById('standings').innerText.includes('Bob') && "
+                                "document.getElementById('standings').innerText.includes("
+                                "'<script>alert(1)</script>')",
                                 5000));
 }
 

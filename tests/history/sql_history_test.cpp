@@ -84,14 +84,13 @@ TEST(SqlHistory, RefusesFilesItCannotUseAndLeavesThemAlone) {
 TEST(SqlHistory, AKillAtAnyMomentKeepsTheFileWholeAndEveryCreditedAnswer) {
     QTemporaryDir dir;
     const QString path = dir.filePath("history.sqlite");
-    auto* rng = QRandomGenerator::global();
     long lastCount = 0;
     for (int round = 0; round < 8; ++round) {
         QProcess writer;
         writer.start(HISTORY_CRASH_WRITER, {path});
         ASSERT_TRUE(writer.waitForReadyRead(10000)) << writer.readAllStandardError().toStdString();
         // Let it play for a random moment, then kill it without warning.
-        writer.waitForFinished(static_cast<int>(rng->bounded(5, 300)));
+        writer.waitForFinished(static_cast<int>(QRandomGenerator::global()->bounded(5, 300)));
         writer.kill();
         ASSERT_TRUE(writer.waitForFinished(10000));
         long credited = 0;
