@@ -50,69 +50,51 @@ TEST(SqlHistory, WhatWasRecordedComesBackAfterReopening) {
         a.now += 2500;
         a.record.AnswerCredited("Ann \xC0gram");
         a.record.PuzzlePosted("tea", "Food, hot", 0, 3);  // skipped
-        a.record.PuzzlePosted("bun", "Food, hot", 0, 3);
-        a.now += 1000;
-        a.record.AnswerCredited("Bob");
-        a.record.GameEnded({"ann\xE0gram", "bob", "zed"});  // zed: entered by hand
-        a.record.PuzzlePosted("jam", "Food, hot", 2, 3);    // a game left open
-        EXPECT_TRUE(a.file->LastError().isEmpty()) << a.file->LastError().toStdString();
+        a.record.GameEnded({"ann\xE0gram", "zed"});       // zed: entered by hand
+        a.record.PuzzlePosted("jam", "Food, hot", 2, 3);  // a game left open
     }
     Opened b(path);
     ASSERT_TRUE(b.file) << b.error.toStdString();
     const History& r = b.record;
-    ASSERT_EQ(r.Puzzles().size(), 4u);
-    EXPECT_EQ(r.Words(), (std::vector<std::string>{"caf\xE9", "tea", "bun", "jam"}));
-    EXPECT_EQ(r.Puzzles()[0].answered - r.Puzzles()[0].posted, 2500);
-    EXPECT_EQ(r.Puzzles()[1].winner, -1);
-    ASSERT_EQ(r.Players().size(), 3u);
-    EXPECT_EQ(r.Players()[0].name, "Ann \xC0gram");
+    EXPECT_EQ(r.Words(), (std::vector<std::string>{"caf\xE9", "tea", "jam"}));
+    EXPECT_EQ(r.Puzzles().at(0).answered - r.Puzzles()[0].posted, 2500);
+    EXPECT_EQ(r.Puzzles().at(1).winner, -1);
+    EXPECT_EQ(r.Players().at(0).name, "Ann \xC0gram");
     ASSERT_EQ(r.Games().size(), 2u);
-    EXPECT_EQ(r.Games()[0].winners, (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(r.Games()[0].winners, (std::vector<int>{0, 1}));  // zed too
     EXPECT_EQ(r.Games()[1].ended, 0);
-    // The game left open stays closed to credits: this run opens its own.
-    b.record.PuzzlePosted("pie", "Food, hot", 0, 3);
-    EXPECT_EQ(r.Games().size(), 3u);
-    EXPECT_EQ(Scalar(path, "SELECT seconds FROM answers WHERE player_id = 2").toDouble(), 1.0);
 }
 
 TEST(SqlHistory, RefusesFilesItCannotUseAndLeavesThemAlone) {
     QTemporaryDir dir;
     const QString junk = dir.filePath("junk.sqlite");
-    {
-        QFile f(junk);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(4096, 'x'));
-    }
-    Opened a(junk);
-    EXPECT_FALSE(a.file);
-    EXPECT_TRUE(a.error.contains(junk)) << a.error.toStdString();
+    QFile f(junk);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(QByteArray(4096, 'x'));
+    f.close();
+    EXPECT_FALSE(Opened(junk).file);
 
     const QString newer = dir.filePath("newer.sqlite");
     ASSERT_TRUE(Opened(newer).file);
     Scalar(newer, "PRAGMA user_version=99");
-    Opened b(newer);
-    EXPECT_FALSE(b.file);
-    EXPECT_TRUE(b.error.contains("newer version")) << b.error.toStdString();
+    EXPECT_FALSE(Opened(newer).file);
     EXPECT_EQ(Scalar(newer, "PRAGMA user_version").toInt(), 99);
 }
 
 TEST(SqlHistory, AKillAtAnyMomentKeepsTheFileWholeAndEveryCreditedAnswer) {
     QTemporaryDir dir;
     const QString path = dir.filePath("history.sqlite");
-    auto* rng = QRandomGenerator::global();
     long lastCount = 0;
     for (int round = 0; round < 8; ++round) {
         QProcess writer;
         writer.start(HISTORY_CRASH_WRITER, {path});
-        ASSERT_TRUE(writer.waitForStarted(10000));
         ASSERT_TRUE(writer.waitForReadyRead(10000)) << writer.readAllStandardError().toStdString();
         // Let it play for a random moment, then kill it without warning.
-        writer.waitForFinished(static_cast<int>(rng->bounded(5, 300)));
+        writer.waitForFinished(static_cast<int>(QRandomGenerator::global()->bounded(5, 300)));
         writer.kill();
         ASSERT_TRUE(writer.waitForFinished(10000));
-        const QList<QByteArray> lines = writer.readAllStandardOutput().split('\n');
         long credited = 0;
-        for (const QByteArray& line : lines)
+        for (const QByteArray& line : writer.readAllStandardOutput().split('\n'))
             if (line.startsWith("credited ")) credited = line.mid(9).toLong();
         ASSERT_GT(credited, lastCount) << "round " << round;
 

@@ -1,12 +1,15 @@
 // The standings of a scripted history, against results worked out by hand:
 // ties, streaks broken by another player or by a skipped puzzle, the week
 // boundary, and one player typing a name with different capitals and spaces.
+// Then the leaderboard's text: chat text made safe for JSON and HTML and
+// turned into UTF-8.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <ctime>
 
 #include "history/history.h"
+#include "leaderboard/leaderboard.h"
 
 namespace history {
 namespace {
@@ -18,12 +21,9 @@ constexpr Millis kDay = 86400 * kSecond;
 
 class Standings : public ::testing::Test {
   protected:
-    static void SetUpTestSuite() {
+    Standings() {
         setenv("TZ", "UTC", 1);
         tzset();
-    }
-
-    Standings() {
         // Game 1, "animals": the first puzzle on the Sunday before, the second
         // at the first moment of the week.
         Game("animals",
@@ -95,8 +95,6 @@ TEST_F(Standings, EachPeriodAndTopicMatchesTheHandWorkedTable) {
         {Period::AllTime, tuesday, any, all},
         // This week starts at Monday 00:00: the Sunday answer and its streak are out.
         {Period::ThisWeek, tuesday, any, {"Ann Agram 6 2 3000 2", "Bob 2 1 1000 1"}},
-        // Last week: only the Sunday answer; the game ended on Monday.
-        {Period::ThisWeek, kMonday - kSecond, any, {"Ann Agram 1 0 2000 1"}},
         // Today (Tuesday): tied on points and wins.
         {Period::Today, tuesday, any, tie},
         // One topic: its puzzles and its games only.
@@ -107,14 +105,29 @@ TEST_F(Standings, EachPeriodAndTopicMatchesTheHandWorkedTable) {
             << "case " << i;
 }
 
-TEST(WinnerKeys, ReadsTheWinnerOrTheTiedLeadersOfTheScoreTable) {
-    EXPECT_EQ(WinnerKeys("annagram:15", '\xFF'), std::vector<std::string>{"annagram"});
-    EXPECT_EQ(WinnerKeys("a:b:3\xFF"
-                         "c:3",
-                         '\xFF'),
-              (std::vector<std::string>{"a:b", "c"}));
-    EXPECT_TRUE(WinnerKeys("[Error]", '\xFF').empty());
+}  // namespace
+}  // namespace history
+
+namespace leaderboard {
+namespace {
+
+TEST(LeaderboardText, EscapesChatTextForJsonAndHtmlAsUtf8) {
+    struct Case {
+        std::string in, json, html;
+    } cases[] = {
+        {"<script>alert(1)</script>", "\"\\u003cscript\\u003ealert(1)\\u003c/script\\u003e\"",
+         "&lt;script&gt;alert(1)&lt;/script&gt;"},
+        {"a\"b\\c'd&e", "\"a\\\"b\\\\c'd\\u0026e\"", "a&quot;b\\c&#39;d&amp;e"},
+        {"tab\there\n", "\"tab\\u0009here\\u000a\"", "tab\there\n"},
+        // Windows-1252: e-acute, the euro sign, and 0x81, which it leaves undefined.
+        {"caf\xE9 \x80 \x81", "\"caf\xC3\xA9 \xE2\x82\xAC \xEF\xBF\xBD\"",
+         "caf\xC3\xA9 \xE2\x82\xAC \xEF\xBF\xBD"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(JsonString(c.in), c.json) << c.in;
+        EXPECT_EQ(HtmlEscape(c.in), c.html) << c.in;
+    }
 }
 
 }  // namespace
-}  // namespace history
+}  // namespace leaderboard
