@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 
 #include "app/leaderboard_server.h"
@@ -148,6 +149,35 @@ TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
                                 "document.getElementById('standings').innerText.includes("
                                 "'<script>alert(1)</script>')",
                                 5000));
+}
+
+// What no browser sends: each odd or hostile request gets its status, not a
+// hang or a crash.
+TEST(LeaderboardServer, RefusesWhatItDoesNotServe) {
+    QTemporaryDir dir;
+    HistoryService service;
+    ASSERT_TRUE(service.Open(dir.filePath("history.sqlite")));
+    LeaderboardServer server(service, [] { return leaderboard::LiveGame{}; });
+    QString error;
+    ASSERT_TRUE(server.Listen(QHostAddress::LocalHost, 0, error)) << error.toStdString();
+    const std::pair<QByteArray, QByteArray> cases[] = {
+        {"GET /api/standings?topic=Nope HTTP/1.1\r\n\r\n", "HTTP/1.1 404"},
+        {"GET /etc/passwd HTTP/1.1\r\n\r\n", "HTTP/1.1 404"},
+        {"POST / HTTP/1.1\r\n\r\n", "HTTP/1.1 405"},
+        {"nonsense\r\n\r\n", "HTTP/1.1 400"},
+        {"GET /" + QByteArray(9000, 'a'), "HTTP/1.1 431"}};
+    for (const auto& [request, status] : cases) {
+        QTcpSocket socket;
+        socket.connectToHost(QHostAddress::LocalHost, server.Port());
+        socket.write(request);
+        QByteArray reply;
+        testing_support::WaitFor([&] {
+            reply += socket.readAll();
+            return socket.state() == QAbstractSocket::UnconnectedState;
+        });
+        EXPECT_TRUE(reply.startsWith(status))
+            << request.left(40).toStdString() << " -> " << reply.left(60).toStdString();
+    }
 }
 
 }  // namespace
