@@ -30,12 +30,6 @@ class TopicFilesTest : public BotTest {
     const std::vector<game::TopicClass>& topics = bot.game.Lists().Topics();
 };
 
-TEST(DefaultTopicName, DropsTheLastFourCharactersWhenThePathHasADot) {
-    EXPECT_EQ(DefaultTopicName("/lists/animals.csv"), "animals");
-    EXPECT_EQ(DefaultTopicName("/lists/list.text"), "list.");
-    EXPECT_EQ(DefaultTopicName("C:\\My.Lists\\words"), "w");
-}
-
 TEST_F(TopicFilesTest, LoadsNonEmptyLinesVerbatimWithAnyLineEnd) {
     std::string high;
     for (int b = 0x80; b <= 0xFF; ++b)
@@ -87,13 +81,6 @@ TEST_F(TopicFilesTest, MissingFilesCancelledDialogsAndEmptyListsAreHandled) {
     // No topic; no name asked for a file that is not there, no file for an empty list.
     EXPECT_EQ(std::tuple(topics.size(), dialogs.prompts.size(), dialogs.fileRequests.size()),
               std::tuple(0u, 0u, 3u));
-
-    // Loaded with the settings: the name as given, no box.
-    bot.topicFiles.AutoLoadTopic(" My Topic ", folder.Write("t.txt", "a\r\nb\r\n"));
-    bot.topicFiles.AutoLoadTopic(" ", folder.File("t.txt"));
-    ASSERT_EQ(topics.size(), 1u);
-    EXPECT_EQ(topics[0].GetTopic(), " My Topic ");
-    EXPECT_EQ(dialogs.messages.size(), 3u);
 }
 
 TEST_F(TopicFilesTest, MergesEitherWayRound) {
