@@ -74,12 +74,6 @@ TEST_F(SettingsTest, ReadingRulesForNumbersFlagsNamesAndTopics) {
     EXPECT_EQ(bot.game.Lists().Topics()[0].GetDir(), folder.File("a:b.txt"));
     EXPECT_EQ(bot.errors.Rows(),
               Lines{"Failed to auto load topic 'Gone' from directory '/no/such:file.txt'!"});
-
-    for (const auto& [score, limit] :
-         {std::pair{"score:0", 15}, {"score:999", 15}, {"score:998", 998}}) {
-        Load(std::string(score) + "\r\n");
-        EXPECT_EQ(bot.game.ScoreLimit, limit) << score;
-    }
 }
 
 TEST_F(SettingsTest, AnOldShortFileLoadsOnDefaultsAndStopsAGame) {

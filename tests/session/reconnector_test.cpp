@@ -49,7 +49,6 @@ TEST_F(ReconnectorTest, DelaysDoubleFromAFewSecondsUpToTheCapAndRestartAfterReco
     EXPECT_EQ(reconnector.SessionLost(false), 240);
     reconnector.Recovered();
     EXPECT_EQ(reconnector.SessionLost(false), 3);
-    EXPECT_EQ(reconnector.SessionLost(false), 3);
 }
 
 TEST_F(ReconnectorTest, NeverMoreSignOnsInAMinuteThanTheServerAllows) {
