@@ -26,9 +26,9 @@ class SettingsTest : public BotTest {
     }
 };
 
-TEST_F(SettingsTest, SavesEveryKeyInOrderAndLoadsItAllBack) {
-    // Every value differs from its default, so a value the load missed
-    // would be saved back as its default.
+TEST_F(SettingsTest, SavesEveryKeyInOrder) {
+    // Every value differs from its default, so one saved from the wrong
+    // place shows.
     const SettingsFields f{"Bot Name", "oscar.example.net",
                            "5191",     "Word Games",
                            "5",        "12",

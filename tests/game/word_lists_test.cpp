@@ -34,8 +34,6 @@ TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
     Load(" Star Wars ", {"yoda", "han solo,pilot"});
     lists.cmdAddTopic_Click();
     EXPECT_EQ(pickerOpened, 1);
-    Lines labels;
-    lists.SetTopicLabelObserver([&labels](const std::string& t) { labels.push_back(t); });
     EXPECT_EQ(lists.CurrentTopic(), "[None]");
     EXPECT_EQ(lists.lstData().Rows(), (Lines{"Animals", "Star Wars"}));
 
@@ -48,7 +46,6 @@ TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
     lists.AddTopicList("not loaded");
     EXPECT_EQ(lists.CurrentTopic(), "");
     EXPECT_EQ(lists.lstWords().Count(), 4);
-    EXPECT_EQ(labels, (Lines{"Star Wars", "Star Wars", ""}));
 }
 
 TEST_F(WordListsTest, ClearListClearAllAndRemovalLeaveTheOtherAlone) {
@@ -91,8 +88,7 @@ TEST(Shuffle, EveryOrderOfFourIsAboutEquallyLikely) {
     ASSERT_EQ(orders.size(), 24u);
     for (const auto& [order, count] : orders) {
         // 1000 expected for each; a fair shuffle stays well inside these bounds.
-        EXPECT_GT(count, 850);
-        EXPECT_LT(count, 1150);
+        EXPECT_NEAR(count, 1000, 150);
     }
 }
 

@@ -72,15 +72,5 @@ TEST_F(PeopleHereTest, ManyArrivalsAndDeparturesMatchAPlainList) {
     }
 }
 
-TEST_F(PeopleHereTest, ARoomInTheSamePlaceIsNotTakenForTheOldOne) {
-    bot.session.UserJoinedChat(2, "Ann");
-    // The rooms vanish without a word (a sign-off), and a new room gets the
-    // same connection index.
-    bot.client.Chat().clear();
-    testing_support::EnterFakeRoom(sockets, bot.client);
-    bot.session.UserJoinedChat(2, "Bob");
-    EXPECT_EQ(shown.Rows(), std::vector<std::string>{"bob"});
-}
-
 }  // namespace
 }  // namespace session
