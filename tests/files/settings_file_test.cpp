@@ -43,7 +43,6 @@ TEST_F(SettingsTest, SavesEveryKeyInOrder) {
     bot.commands.chkHint = true;
     bot.session.cmdSetUser_Click("Zed");
     bot.commands.Ops().Add("alice");
-    bot.commands.Ops().Add("bob");
     bot.commands.Disallows().Add("troll");
     bot.topicFiles.AutoLoadTopic("Animals", folder.Write("animals.txt", "ant\r\n"));
     bot.topicFiles.AutoLoadTopic("Food", folder.Write("food.txt", "fig\r\n"));
@@ -56,7 +55,7 @@ TEST_F(SettingsTest, SavesEveryKeyInOrder) {
                          "Games\r\nex:5\r\nmsgdelay:12\r\nscore:20\r\nidle:40\r\nlowercase:1\r\n"
                          "user:Zed\r\nbg:000000\r\nfc:00bfff\r\nft:Times New Roman\r\nbold:0\r\n"
                          "italics:1\r\nunderline:0\r\nstrike:0\r\nchangetopic:1\r\nhint:1\r\n"
-                         "fullcaps:0\r\nsecure:1\r\nop:alice\r\nop:bob\r\ndisallow:troll\r\n"
+                         "fullcaps:0\r\nsecure:1\r\nop:alice\r\ndisallow:troll\r\n"
                          "topic:Animals:" +
                          folder.File("animals.txt") + "\r\ntopic:Food:" + folder.File("food.txt") +
                          "\r\nmode:1\r\nreconnect:0\r\n");

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "files/line_file.h"
 #include "support/bot_fixture.h"
 
 namespace files {
