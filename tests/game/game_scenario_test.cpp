@@ -81,7 +81,8 @@ class GameScenario : public ::testing::Test {
         return lines;
     }
 
-    // The one line just sent is the scramble of `answer`, with its hint if any.
+    // The one line just sent is a scramble as long as `answer`, with its hint
+    // if any, and `answer` is the one in play.
     void ExpectOnePuzzleFor(const std::string& answer, const std::string& hintPart = "") {
         const Lines lines = Sent();
         ASSERT_EQ(lines.size(), 1u);
