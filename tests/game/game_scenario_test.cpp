@@ -300,5 +300,16 @@ TEST_F(GameScenario, ReplyLinesGoToTheRoomOfTheLineAndNewGamesCanChangeTopic) {
     expectIn(5, "The Topic 'Letters' has been chosen!");
 }
 
+// The transcript of a room that talks for hours stays bounded.
+TEST(ChatConsole, EmptiesItselfOnceFull) {
+    Console console;
+    const std::string line(1000, 'x');
+    for (int i = 0; i < 66; ++i)
+        console.AppendLine(line);
+    EXPECT_EQ(console.Text().size(), 66u * 1002u);  // 66132: at the limit, not past it
+    console.AppendLine("next");
+    EXPECT_EQ(console.Text(), "next\r\n");
+}
+
 }  // namespace
 }  // namespace game

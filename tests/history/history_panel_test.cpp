@@ -58,7 +58,7 @@ TEST_F(HistoryWindow, CtrlEqualsShowsTheStandingsAsASortableTable) {
     EXPECT_EQ(Column(1), (QStringList{"Bob", "Ann Agram"}));
 }
 
-TEST_F(HistoryWindow, TheOtherPanelExportsTheHistoryAsCsv) {
+TEST_F(HistoryWindow, TheOtherPanelExportsTheHistoryAndStartsAFreshOneKeepingTheOld) {
     Play("yak", "Bob", 1500);
     // Windows-1252 curly quotes: UTF-8 in the file.
     Play(
@@ -76,6 +76,18 @@ TEST_F(HistoryWindow, TheOtherPanelExportsTheHistoryAsCsv) {
               "1,1704801600000,,15,1704801600000,Animals,0,yak,Bob,1.5\r\n"
               "1,1704801600000,,15,1704801602500,Animals,0,\"emu, \xE2\x80\x9C"
               "big\xE2\x80\x9D bird\",,\r\n");
+
+    // Asked first; the old games stay in a file of their own.
+    for (const bool yes : {false, true}) {
+        dialogs.yesNoAnswers.push_back(yes);
+        QTest::mouseClick(window.other->findChild<QPushButton*>("cmdFreshHistory"), Qt::LeftButton);
+        EXPECT_EQ(service.Record().Puzzles().size(), yes ? 0u : 2u);
+    }
+    const QStringList kept = QDir(folder.path()).entryList({"history-*.sqlite"}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1) << kept.join(",").toStdString();
+    HistoryService old;
+    ASSERT_TRUE(old.Open(QDir(folder.path()).filePath(kept[0])));
+    EXPECT_EQ(old.Record().Puzzles().size(), 2u);
 }
 
 }  // namespace

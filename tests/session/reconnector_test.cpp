@@ -70,13 +70,21 @@ TEST_F(ReconnectorTest, NeverMoreSignOnsInAMinuteThanTheServerAllows) {
     EXPECT_LT(tries.back() - tries.front(), 5 * 60 + 30);
 }
 
-TEST_F(ReconnectorTest, ARateLimitedSignOnIsTriedAgainAfterTheLongerDelay) {
+TEST_F(ReconnectorTest, ARateLimitedSignOnIsTriedAgainLaterARefusedPasswordNever) {
     const auto delay = reconnector.SignOnRefused(0x1D);
     ASSERT_TRUE(delay);
     EXPECT_GE(*delay, session::Reconnector::kRefusedDelay);
     Pass(*delay - 1);
     EXPECT_TRUE(tries.empty());
     Pass(1);
+    EXPECT_EQ(tries.size(), 1u);
+
+    // Trying a refused password again only gets the account locked.
+    reconnector.Reset();
+    reconnector.Arm();
+    EXPECT_FALSE(reconnector.SignOnRefused(0x05));
+    EXPECT_NE(reconnector.StopReason().find("password was refused"), std::string::npos);
+    Pass(session::Reconnector::kRefusedDelay + 1);
     EXPECT_EQ(tries.size(), 1u);
 }
 
