@@ -45,19 +45,14 @@ class Standings : public ::testing::Test {
 
     // One game's puzzles: when each is posted, its word, and the seconds until
     // `who` is credited (nobody: skipped); then its end, at `ended`.
-    struct Row {
-        Millis posted;
-        const char* word;
-        int seconds;
-        const char* who;
-    };
+    using Row = std::tuple<Millis, const char*, int, const char*>;
     void Game(const char* topic, std::initializer_list<Row> rows, Millis ended,
               const std::vector<std::string>& winners) {
-        for (const Row& r : rows) {
-            now = r.posted;
-            record.PuzzlePosted(r.word, topic, 0, 15);
-            now += r.seconds * kSecond;
-            if (r.who) record.AnswerCredited(r.who);
+        for (const auto& [posted, word, seconds, who] : rows) {
+            now = posted;
+            record.PuzzlePosted(word, topic, 0, 15);
+            now += seconds * kSecond;
+            if (who) record.AnswerCredited(who);
         }
         now = ended;
         record.GameEnded(winners);
@@ -65,10 +60,9 @@ class Standings : public ::testing::Test {
 
     // "name points wins fastest(ms) streak" per row, best first.
     std::vector<std::string> Rows(Period period, Millis at, std::optional<std::string> topic) {
-        std::optional<int> topicIndex;
-        if (topic) topicIndex = record.FindTopic(*topic);
         std::vector<std::string> rows;
-        for (const Standing& s : record.Standings(PeriodRange(period, at), topicIndex))
+        for (const Standing& s : record.Standings(PeriodRange(period, at),
+                                                  topic ? record.FindTopic(*topic) : std::nullopt))
             rows.push_back(s.name + " " + std::to_string(s.points) + " " +
                            std::to_string(s.gamesWon) + " " + std::to_string(s.fastest) + " " +
                            std::to_string(s.longestStreak));
@@ -82,27 +76,21 @@ class Standings : public ::testing::Test {
 TEST_F(Standings, EachPeriodAndTopicMatchesTheHandWorkedTable) {
     using Table = std::vector<std::string>;
     const Millis tuesday = kMonday + kDay + 3600 * kSecond;
-    const Table all{"Ann Agram 7 2 2000 3", "Bob 2 1 1000 1"};
     const Table tie{"Bob 1 1 2000 1", "Ann Agram 1 1 3000 1"};  // the faster answer first
-    const std::optional<std::string> any;
-    const struct {
-        Period period;
-        Millis at;
-        std::optional<std::string> topic;
-        Table expected;
-    } cases[] = {
+    // Period, topic (none: all), and the rows expected.
+    const std::tuple<Period, std::optional<std::string>, Table> cases[] = {
         // All time: the Sunday puzzle starts Ann's run of three.
-        {Period::AllTime, tuesday, any, all},
+        {Period::AllTime, {}, {"Ann Agram 7 2 2000 3", "Bob 2 1 1000 1"}},
         // This week starts at Monday 00:00: the Sunday answer and its streak are out.
-        {Period::ThisWeek, tuesday, any, {"Ann Agram 6 2 3000 2", "Bob 2 1 1000 1"}},
+        {Period::ThisWeek, {}, {"Ann Agram 6 2 3000 2", "Bob 2 1 1000 1"}},
         // Today (Tuesday): tied on points and wins.
-        {Period::Today, tuesday, any, tie},
+        {Period::Today, {}, tie},
         // One topic: its puzzles and its games only.
-        {Period::AllTime, tuesday, "colours", tie},
+        {Period::AllTime, "colours", tie},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i)
-        EXPECT_EQ(Rows(cases[i].period, cases[i].at, cases[i].topic), cases[i].expected)
-            << "case " << i;
+    for (const auto& [period, topic, expected] : cases)
+        EXPECT_EQ(Rows(period, tuesday, topic), expected)
+            << "period " << static_cast<int>(period) << ", topic " << topic.value_or("all");
 }
 
 }  // namespace
@@ -112,9 +100,8 @@ namespace leaderboard {
 namespace {
 
 TEST(LeaderboardText, EscapesChatTextForJsonAndHtmlAsUtf8) {
-    struct Case {
-        std::string in, json, html;
-    } cases[] = {
+    // Chat text; as a JSON string; as HTML.
+    const std::string cases[][3] = {
         {"<script>alert(1)</script>", "\"\\u003cscript\\u003ealert(1)\\u003c/script\\u003e\"",
          "&lt;script&gt;alert(1)&lt;/script&gt;"},
         {"a\"b\\c'd&e", "\"a\\\"b\\\\c'd\\u0026e\"", "a&quot;b\\c&#39;d&amp;e"},
@@ -123,9 +110,9 @@ TEST(LeaderboardText, EscapesChatTextForJsonAndHtmlAsUtf8) {
         {"caf\xE9 \x80 \x81", "\"caf\xC3\xA9 \xE2\x82\xAC \xEF\xBF\xBD\"",
          "caf\xC3\xA9 \xE2\x82\xAC \xEF\xBF\xBD"},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(JsonString(c.in), c.json) << c.in;
-        EXPECT_EQ(HtmlEscape(c.in), c.html) << c.in;
+    for (const auto& [in, json, html] : cases) {
+        EXPECT_EQ(JsonString(in), json) << in;
+        EXPECT_EQ(HtmlEscape(in), html) << in;
     }
 }
 
