@@ -67,9 +67,9 @@ TEST_F(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
                           std::to_string(p.winner < 0 ? 0 : p.answered - p.posted));
     EXPECT_EQ(puzzles, (std::vector<std::string>{"giraffe 0 0 4000", "zebra -1 0 0",
                                                  "otter 0 0 60000", "giraffe -1 1 0"}));
-    ASSERT_EQ(record.Games().size(), 2u);
-    EXPECT_EQ(record.Games()[0].winners, std::vector<int>{0});
-    EXPECT_EQ(record.Games()[0].ended, now);
+    EXPECT_EQ(
+        std::tuple(record.Games().size(), record.Games().at(0).winners, record.Games()[0].ended),
+        std::tuple(2u, std::vector<int>{0}, now));
 
     // "/top" answers in the room from the record.
     chat.Take();

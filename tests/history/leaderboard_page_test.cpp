@@ -56,17 +56,15 @@ class Browser {
         if (pid_ <= 0) return;
         // SIGTERM lets it end its own helper processes; SIGKILL if it hangs.
         kill(pid_, SIGTERM);
-        if (!testing_support::WaitFor([this] { return waitpid(pid_, nullptr, WNOHANG) != 0; },
-                                      5000)) {
+        if (!testing_support::WaitFor([this] { return waitpid(pid_, nullptr, WNOHANG) != 0; }))
             kill(pid_, SIGKILL);
-            waitpid(pid_, nullptr, 0);
-        }
+        waitpid(pid_, nullptr, 0);  // reaps it after SIGKILL; at once otherwise
     }
 
-    // Sends a command and waits for its reply, running the event loop (the
-    // page's server is in this process); an empty object on timeout.
-    QJsonObject Call(const QString& method, const QJsonObject& params = {},
-                     const QString& session = {}, int timeoutMs = 20000) {
+    // Sends a command, to the page once `session` is set, and waits for its
+    // reply, running the event loop (the page's server is in this process); an
+    // empty object on timeout.
+    QJsonObject Call(const QString& method, const QJsonObject& params = {}, int timeoutMs = 20000) {
         QJsonObject command{{"id", ++id_}, {"method", method}, {"params", params}};
         if (!session.isEmpty()) command["sessionId"] = session;
         const QByteArray bytes = QJsonDocument(command).toJson(QJsonDocument::Compact) + '\0';
@@ -88,22 +86,21 @@ class Browser {
         return reply.value("result").toObject();
     }
 
-    QString Evaluate(const QString& session, const QString& expression) {
-        const QJsonObject reply = Call(
-            "Runtime.evaluate", {{"expression", expression}, {"returnByValue", true}}, session);
+    QString Evaluate(const QString& js) {
+        const auto reply = Call("Runtime.evaluate", {{"expression", js}, {"returnByValue", true}});
         return reply.value("result")["value"].toVariant().toString();
     }
 
     // Evaluates until `expression` gives true, for at most `timeoutMs`.
-    bool WaitFor(const QString& session, const QString& expression, int timeoutMs) {
-        return testing_support::WaitFor([&] { return Evaluate(session, expression) == "true"; },
-                                        timeoutMs);
+    bool WaitFor(const QString& expression, int timeoutMs) {
+        return testing_support::WaitFor([&] { return Evaluate(expression) == "true"; }, timeoutMs);
     }
+
+    QString session;  // the page's, once attached
 
   private:
     pid_t pid_ = -1;
-    int out_ = -1, in_ = -1;
-    int id_ = 0;
+    int out_ = -1, in_ = -1, id_ = 0;
     QByteArray buffer_;
 };
 
@@ -122,20 +119,18 @@ TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
     Browser browser(dir.filePath("profile"));
     const QString url = QStringLiteral("http://127.0.0.1:%1/").arg(server.Port());
     const QString target =
-        browser.Call("Target.createTarget", {{"url", url}}, {}, 60000)["targetId"].toString();
+        browser.Call("Target.createTarget", {{"url", url}}, 60000)["targetId"].toString();
     ASSERT_FALSE(target.isEmpty()) << "Chromium did not open the page";
-    const QString session =
+    browser.session =
         browser
             .Call("Target.attachToTarget", {{"targetId", target}, {"flatten", true}})["sessionId"]
             .toString();
 
-    // The standings, with the hostile name shown as its own text.
-    ASSERT_TRUE(browser.WaitFor(session,
-                                "document.readyState === 'complete' && "
-                                "document.getElementById('standings').innerText.includes("
-                                "'<script>alert(1)</script>')",
-                                30000))
-        << browser.Evaluate(session, "document.body ? document.body.innerHTML : ''").toStdString();
+    // The standings, with the hostile name shown as its own text (elements
+    // with an id are globals of the page).
+    const QString hostile = "standings.innerText.includes('<script>alert(1)</script>')";
+    ASSERT_TRUE(browser.WaitFor("document.readyState === 'complete' && " + hostile, 30000))
+        << browser.Evaluate("document.body ? document.body.innerHTML : ''").toStdString();
     ASSERT_TRUE(testing_support::WaitFor([&] { return server.OpenStreams() == 1; }, 20000));
 
     // A puzzle is posted and a player credited for it: the page's own
@@ -143,12 +138,9 @@ TEST(LeaderboardPage, LoadsShowsNamesAsTextAndFollowsTheGameLive) {
     service.PuzzlePosted("zebra", "Animals", 0, 15);
     live.scores = {{"bob", 1}};
     service.AnswerCredited("Bob");
-    EXPECT_TRUE(browser.WaitFor(session,
-                                "document.getElementById('scores').innerText.includes('bob: 1') && "
-                                "document.getElementById('standings').innerText.includes('Bob') && "
-                                "document.getElementById('standings').innerText.includes("
-                                "'<script>alert(1)</script>')",
-                                5000));
+    EXPECT_TRUE(browser.WaitFor(
+        "scores.innerText.includes('bob: 1') && standings.innerText.includes('Bob') && " + hostile,
+        5000));
 }
 
 // What no browser sends: each odd or hostile request gets its status, not a
