@@ -3,9 +3,6 @@
 // answers /top from that record.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
-
 #include "game/chat_commands.h"
 #include "game/game.h"
 #include "history/history.h"
@@ -34,7 +31,7 @@ class GameHistory : public ::testing::Test {
         game.ScoreLimit = 2;
     }
 
-    // Tuesday 9 January 2024, noon UTC.
+    // Tuesday 9 January 2024, noon UTC: the same week in every time zone.
     history::Millis now = 1704801600000;
     history::History record{[this] { return now; }};
     FakeDialogs dialogs;
@@ -48,8 +45,6 @@ class GameHistory : public ::testing::Test {
 };
 
 TEST_F(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
-    setenv("TZ", "UTC", 1);
-    tzset();
     game.cmdAutoSendOn_Click();  // giraffe
     now += 4000;
     commands.ChatMessage(1, "Ann Agram", "giraffe");

@@ -12,8 +12,6 @@ namespace {
 class HistoryWindow : public testing_support::WindowTest {
   protected:
     HistoryWindow() {
-        setenv("TZ", "UTC", 1);
-        tzset();
         EXPECT_TRUE(service.Open(path)) << service.Error().toStdString();
         panel = AttachHistory(window, service, dialogs, bot.errors);
     }
@@ -31,7 +29,8 @@ class HistoryWindow : public testing_support::WindowTest {
         return cells;
     }
 
-    history::Millis now = 1704801600000;  // Tuesday 9 January 2024, noon UTC
+    // Tuesday 9 January 2024, noon UTC: the same week in every time zone.
+    history::Millis now = 1704801600000;
     HistoryService service{[this] { return now; }};
     QString path = QDir(folder.path()).filePath("history.sqlite");
     StandingsPanel* panel = nullptr;
@@ -48,7 +47,6 @@ TEST_F(HistoryWindow, CtrlEqualsShowsTheStandingsAsASortableTable) {
 
     Play("yak", "Bob", 900);
     Play("emu", "Ann Agram", 3000);
-    Play("owl", "", 0);
     Play("ibis", "ann agram", 2000);
     panel->Refresh();
     EXPECT_EQ(Column(1), (QStringList{"Ann Agram", "Bob"}));
