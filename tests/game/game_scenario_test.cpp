@@ -28,6 +28,7 @@ class GameScenario : public ::testing::Test {
     GameScenario() {
         chat.firstRoom = kRoom;
         game.SignedOn = true;
+        commands.Ops().Add("boss");
     }
 
     // A topic loaded as the topic loader would, and put on the list if asked.
@@ -72,10 +73,11 @@ class GameScenario : public ::testing::Test {
         }
     }
 
-    Lines Sent() {
+    // The lines sent since the last call, all of them to `room`.
+    Lines Sent(int room = kRoom) {
         Lines lines;
         for (const SentLine& s : chat.Take()) {
-            EXPECT_EQ(s.room, kRoom) << s.text;
+            EXPECT_EQ(s.room, room) << s.text;
             lines.push_back(s.text);
         }
         return lines;
@@ -113,9 +115,9 @@ TEST_F(GameScenario, PlaysRoundsWithPausesAndIdleTime) {
     // Markup and spaces around the answer, any case: credited.
     Say("Some Body", "<font color=\"red\">  GiRaFfe </font>");
     EXPECT_EQ(Sent(), L({"Some Body got it right!!! (giraffe)"}));
-    EXPECT_EQ(std::tuple(game.PendingAnswer().has_value(), tmrIdle.IsEnabled()),
-              std::tuple(false, false));
-    EXPECT_EQ(game.Scores().lstPlayers().Rows(), (Lines{"somebody - 1"}));
+    EXPECT_EQ(std::tuple(game.PendingAnswer().has_value(), tmrIdle.IsEnabled(),
+                         game.Scores().lstPlayers().Rows()),
+              std::tuple(false, false, Lines{"somebody - 1"}));
 
     // Pause 10: nothing for ten ticks, the next word on the 11th.
     Play({{&tmrMsgPause, 10, "", "", {}}});
@@ -133,7 +135,6 @@ TEST_F(GameScenario, PlaysRoundsWithPausesAndIdleTime) {
 
 TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTop) {
     Load("Animals", {"giraffe", "zebra", "otter"}, true);
-    commands.Ops().Add("boss");
     game.Lists().SetPosition(2);
     game.cmdAutoSendOn_Click();
     ExpectOnePuzzleFor("otter");
@@ -160,7 +161,6 @@ TEST_F(GameScenario, SkipOnTheLastEntryPostsNothingAndTheIdleTimeGoesOnFromTheTo
 
 TEST_F(GameScenario, WinsTiesAndEndGameAndTheDisallowedTakePartInNothing) {
     Load("Letters", {"q"}, true);
-    commands.Ops().Add("boss");
     commands.Ops().Add("troll");
     commands.Disallows().Add("troll");
     game.ScoreLimit = 3;
@@ -196,7 +196,6 @@ TEST_F(GameScenario, TopicsAreChosenFromTheChatOrByTheTimer) {
     Load("Star Wars", starWars);
     Load("Food", {"bread"}, true);
     Load("Colours", {"red"});
-    commands.Ops().Add("boss");
     game.cmdAutoSendOn_Click();
     ExpectOnePuzzleFor("bread");
 
@@ -252,7 +251,6 @@ TEST_F(GameScenario, HintAndScoreArePacedAndCaseSensitive) {
 
 TEST_F(GameScenario, OpCommandsArePacedAndMatchedByPrefix) {
     Load("Letters", {"q,a letter"}, true);
-    commands.Ops().Add("boss");
     // A second command within ten seconds is ignored; after the pause it runs.
     Play({{nullptr, 0, "Boss", "/help", {ChatCommands::kHelpText}},
           {nullptr, 0, "boss", "/op ann", {}},
@@ -283,21 +281,16 @@ TEST_F(GameScenario, ReplyLinesGoToTheRoomOfTheLineAndNewGamesCanChangeTopic) {
     Load("Letters", {"q"}, true);
     game.cmdAutoSendOn_Click();
     Sent();
-    auto expectIn = [this](int room, const std::string& text) {  // the last line sent
-        const std::vector<SentLine> lines = chat.Take();
-        ASSERT_FALSE(lines.empty());
-        EXPECT_EQ(lines.back().room, room);
-        EXPECT_EQ(lines.back().text, P + text);
-    };
     Say("ann", "q", 5);
-    expectIn(5, "ann got it right!!! (q)");
+    EXPECT_EQ(Sent(5), L({"ann got it right!!! (q)"}));
 
     game.chkNewTopic = true;
     game.NewGame();
-    expectIn(kRoom, "Please choose a new topic from this list: Letters.");
+    EXPECT_EQ(Sent(), L({"ann is the winner with 1 points!",
+                         "Please choose a new topic from this list: Letters."}));
     EXPECT_TRUE(tmrTopics.IsEnabled());
     Say("bob", "letters", 5);
-    expectIn(5, "The Topic 'Letters' has been chosen!");
+    EXPECT_EQ(Sent(5), L({"The Topic 'Letters' has been chosen!"}));
 }
 
 // The transcript of a room that talks for hours stays bounded.

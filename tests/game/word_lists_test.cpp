@@ -33,9 +33,8 @@ TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
     Load("Animals", {"cat"});
     Load(" Star Wars ", {"yoda", "han solo,pilot"});
     lists.cmdAddTopic_Click();
-    EXPECT_EQ(pickerOpened, 1);
-    EXPECT_EQ(lists.CurrentTopic(), "[None]");
-    EXPECT_EQ(lists.lstData().Rows(), (Lines{"Animals", "Star Wars"}));
+    EXPECT_EQ(std::tuple(pickerOpened, lists.CurrentTopic(), lists.lstData().Rows()),
+              std::tuple(1, "[None]", Lines{"Animals", "Star Wars"}));
 
     lists.AddTopicList("starwars");
     lists.SetPosition(1);
@@ -44,8 +43,7 @@ TEST_F(WordListsTest, AddTopicListFindsTheTopicByKeyAndAppends) {
     EXPECT_EQ(lists.Position(), 1) << "appending keeps the position";
 
     lists.AddTopicList("not loaded");
-    EXPECT_EQ(lists.CurrentTopic(), "");
-    EXPECT_EQ(lists.lstWords().Count(), 4);
+    EXPECT_EQ(std::tuple(lists.CurrentTopic(), lists.lstWords().Count()), std::tuple("", 4));
 }
 
 TEST_F(WordListsTest, ClearListAndRemovalLeaveTheOtherAlone) {
@@ -61,8 +59,8 @@ TEST_F(WordListsTest, ClearListAndRemovalLeaveTheOtherAlone) {
     // Removal matches every entry with the key.
     lists.AddTopicList("star wars");
     lists.ListRemoveTopic("STARWARS");
-    EXPECT_EQ(lists.lstData().Rows(), (Lines{"Food"}));
-    EXPECT_EQ(lists.Topics().size(), 3u);
+    EXPECT_EQ(std::tuple(lists.lstData().Rows(), lists.Topics().size()),
+              std::tuple(Lines{"Food"}, 3u));
     lists.RemoveTopic("Star Wars");
     lists.RemoveTopic("unknown");
     ASSERT_EQ(lists.Topics().size(), 1u);
