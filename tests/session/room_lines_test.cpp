@@ -48,8 +48,6 @@ TEST_F(RoomLinesTest, AnOpsLineCannotRewriteTheSettingsFile) {
     bot.topicFiles.AutoLoadTopic("Animals", folder.Write("a\nserver:evil.example.net", "ant\r\n"));
     bot.commands.Ops().Add("pal\r\nport:6000");
     bot.settings.cmdSaveSettings_Click(fields);
-    EXPECT_EQ(folder.Read("settings").find("\nserver:evil"), std::string::npos);
-    EXPECT_EQ(folder.Read("settings").find("\nport:6000"), std::string::npos);
     const files::SettingsFields loaded = bot.settings.cmdLoadSettings_Click(fields);
     EXPECT_EQ(std::tie(loaded.cmbServers, loaded.txtPort), std::tuple("127.0.0.1", "5190"));
 }
