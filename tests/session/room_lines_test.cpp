@@ -57,21 +57,19 @@ TEST_F(RoomLinesTest, AnOpsLineCannotRewriteTheSettingsFile) {
 }
 
 TEST_F(RoomLinesTest, NameCommandsTakeScreenNamesOnly) {
-    struct Case {
-        std::string line;
-        std::string reply;
-    } cases[] = {
+    // Each line an op says, and the bot's reply.
+    const std::pair<std::string, std::string> cases[] = {
         {"/op x<b", "That is not a screen name."},
         {"/allow " + std::string(33, 'a'), "That is not a screen name."},
         {"/op Ann Agram", "annagram has been oped."},
         {"/disallow j.doe@mac.com", "j.doe@mac.com has been disallowed."},
         {"/deop " + std::string(32, 'a'), std::string(32, 'a') + " is not oped."},
     };
-    for (const Case& c : cases) {
-        Say("Boss", c.line);
+    for (const auto& [line, reply] : cases) {
+        Say("Boss", line);
         const std::string sent = Sent();
-        EXPECT_NE(sent.find(bot.game.Style().FontChange() + c.reply), std::string::npos) << c.line;
-        EXPECT_EQ(sent.find('<', sent.find(c.reply)), std::string::npos) << c.line;
+        EXPECT_NE(sent.find(bot.game.Style().FontChange() + reply), std::string::npos) << line;
+        EXPECT_EQ(sent.find('<', sent.find(reply)), std::string::npos) << line;
         tmrCcoms.Tick();
     }
     EXPECT_EQ(bot.commands.Ops().Rows().Rows(), (std::vector<std::string>{"boss", "annagram"}));
