@@ -29,12 +29,8 @@ class SettingsTest : public BotTest {
 TEST_F(SettingsTest, SavesEveryKeyInOrder) {
     // Every value differs from its default, so one saved from the wrong
     // place shows.
-    const SettingsFields f{"Bot Name", "oscar.example.net",
-                           "5191",     "Word Games",
-                           "5",        "12",
-                           "20",       "40",
-                           "x",        false,
-                           true,       false};
+    const SettingsFields f{"Bot Name", "oscar.example", "5191", "Word Games", "5", "12", "20", "40",
+                           "x",        false,           true,   false};
     bot.game.SendPause = 12;
     bot.game.ScoreLimit = 20;
     bot.game.IdleTime = 40;
@@ -49,16 +45,16 @@ TEST_F(SettingsTest, SavesEveryKeyInOrder) {
     bot.game.Modes().optMode_Click(1);
     bot.game.Style().fields.chkItalics = true;
     bot.settings.cmdSaveSettings_Click(f);
-    const std::string saved = folder.Read("settings");
-    EXPECT_EQ(saved, kHeader +
-                         "sn:Bot Name\r\nserver:oscar.example.net\r\nport:5191\r\nchat:Word "
-                         "Games\r\nex:5\r\nmsgdelay:12\r\nscore:20\r\nidle:40\r\nlowercase:1\r\n"
-                         "user:Zed\r\nbg:000000\r\nfc:00bfff\r\nft:Times New Roman\r\nbold:0\r\n"
-                         "italics:1\r\nunderline:0\r\nstrike:0\r\nchangetopic:1\r\nhint:1\r\n"
-                         "fullcaps:0\r\nsecure:1\r\nop:alice\r\ndisallow:troll\r\n"
-                         "topic:Animals:" +
-                         folder.File("animals.txt") + "\r\ntopic:Food:" + folder.File("food.txt") +
-                         "\r\nmode:1\r\nreconnect:0\r\n");
+    EXPECT_EQ(folder.Read("settings"),
+              kHeader +
+                  "sn:Bot Name\r\nserver:oscar.example\r\nport:5191\r\nchat:Word "
+                  "Games\r\nex:5\r\nmsgdelay:12\r\nscore:20\r\nidle:40\r\nlowercase:1\r\n"
+                  "user:Zed\r\nbg:000000\r\nfc:00bfff\r\nft:Times New Roman\r\nbold:0\r\n"
+                  "italics:1\r\nunderline:0\r\nstrike:0\r\nchangetopic:1\r\nhint:1\r\n"
+                  "fullcaps:0\r\nsecure:1\r\nop:alice\r\ndisallow:troll\r\n"
+                  "topic:Animals:" +
+                  folder.File("animals.txt") + "\r\ntopic:Food:" + folder.File("food.txt") +
+                  "\r\nmode:1\r\nreconnect:0\r\n");
 }
 
 TEST_F(SettingsTest, ReadingRulesForNumbersFlagsNamesAndTopics) {

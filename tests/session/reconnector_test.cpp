@@ -16,12 +16,14 @@ class ReconnectorTest : public ::testing::Test {
         reconnector.SetAbandon([this] { ++abandoned; });
         reconnector.Arm();
     }
-    // Lets `seconds` pass, one tick per second.
-    void Pass(int seconds) {
+    // Lets `seconds` pass, one tick per second; returns the number of tries
+    // so far.
+    std::size_t Pass(int seconds) {
         for (int i = 0; i < seconds; ++i) {
             ++now;
             timer.Tick();
         }
+        return tries.size();
     }
 
     testing_support::FakeTimer timer;
@@ -38,10 +40,8 @@ TEST_F(ReconnectorTest, DelaysDoubleFromAFewSecondsUpToTheCapAndRestartAfterReco
         const auto delay = reconnector.SessionLost(false);
         ASSERT_TRUE(delay);
         delays.push_back(*delay);
-        Pass(*delay - 1);
-        EXPECT_EQ(tries.size(), static_cast<std::size_t>(i)) << "too early at " << i;
-        Pass(1);
-        ASSERT_EQ(tries.size(), static_cast<std::size_t>(i + 1));
+        EXPECT_EQ(Pass(*delay - 1), i + 0u) << "too early at " << i;
+        ASSERT_EQ(Pass(1), i + 1u);
     }
     EXPECT_EQ(delays, (std::vector<int>{3, 6, 12, 24, 48, 96, 192, 240, 240}));
 
@@ -74,18 +74,15 @@ TEST_F(ReconnectorTest, ARateLimitedSignOnIsTriedAgainLaterARefusedPasswordNever
     const auto delay = reconnector.SignOnRefused(0x1D);
     ASSERT_TRUE(delay);
     EXPECT_GE(*delay, session::Reconnector::kRefusedDelay);
-    Pass(*delay - 1);
-    EXPECT_TRUE(tries.empty());
-    Pass(1);
-    EXPECT_EQ(tries.size(), 1u);
+    EXPECT_EQ(Pass(*delay - 1), 0u);
+    EXPECT_EQ(Pass(1), 1u);
 
     // Trying a refused password again only gets the account locked.
     reconnector.Reset();
     reconnector.Arm();
     EXPECT_FALSE(reconnector.SignOnRefused(0x05));
     EXPECT_NE(reconnector.StopReason().find("password was refused"), std::string::npos);
-    Pass(session::Reconnector::kRefusedDelay + 1);
-    EXPECT_EQ(tries.size(), 1u);
+    EXPECT_EQ(Pass(session::Reconnector::kRefusedDelay + 1), 1u);
 }
 
 TEST_F(ReconnectorTest, SignedOffFromElsewhereCountsOnlyTheLastTenMinutes) {
@@ -104,12 +101,10 @@ TEST_F(ReconnectorTest, SignedOffFromElsewhereCountsOnlyTheLastTenMinutes) {
 TEST_F(ReconnectorTest, OperatorAndUnarmedSessionsGetNoTriesAndAHungTryIsGivenUp) {
     reconnector.SessionLost(false);
     reconnector.Reset();  // the operator signed off meanwhile
-    Pass(60);
-    EXPECT_TRUE(tries.empty());
+    EXPECT_EQ(Pass(60), 0u);
 
     reconnector.Arm();
-    Pass(*reconnector.SessionLost(false));
-    ASSERT_EQ(tries.size(), 1u);
+    ASSERT_EQ(Pass(*reconnector.SessionLost(false)), 1u);
     Pass(session::Reconnector::kAttemptTimeout - 1);
     EXPECT_EQ(abandoned, 0);
     Pass(7);

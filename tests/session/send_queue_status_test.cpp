@@ -22,9 +22,9 @@ class SendQueueStatusTest : public testing_support::BotTest {
     ~SendQueueStatusTest() override { bot.client.SetClock(nullptr); }
 
     int Count(const std::string& line) const {
+        const std::string text = bot.console.Text();
         int count = 0;
-        for (std::size_t at = bot.console.Text().find(line); at != std::string::npos;
-             at = bot.console.Text().find(line, at + 1))
+        for (auto at = text.find(line); at != std::string::npos; at = text.find(line, at + 1))
             ++count;
         return count;
     }
@@ -37,11 +37,9 @@ TEST_F(SendQueueStatusTest, TheConsoleSaysOnceWhenLinesWaitAndOnceWhenTheyAreGon
     const std::string sent = "(All waiting lines have been sent.)";
     for (int i = 0; i < 12; ++i)
         bot.session.cmdSendChat_Click("hello " + std::to_string(i));
-    EXPECT_EQ(Count(waiting), 1);
-    EXPECT_EQ(Count(sent), 0);
+    EXPECT_EQ(std::tuple(Count(waiting), Count(sent)), std::tuple(1, 0));
     clock.Advance(60000);
-    EXPECT_EQ(bot.client.Waiting(2), 0u);
-    EXPECT_EQ(Count(sent), 1);
+    EXPECT_EQ(std::tuple(bot.client.Waiting(2), Count(sent)), std::tuple(0u, 1));
 
     for (int i = 0; i < 12; ++i)
         bot.session.cmdSendChat_Click("again " + std::to_string(i));
