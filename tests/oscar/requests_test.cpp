@@ -60,8 +60,7 @@ TEST_F(SignOnTest, TheAuthorizationAndTheBosSetupEndInLoggedInOnce) {
     BosSetup();
     EXPECT_EQ(events.Take(),
               testing_support::SignOnEvents("LoggedIn(BotName, bot@example.net, bos.example.net)"));
-    ASSERT_FALSE(sockets.written.empty());
-    EXPECT_EQ(BytesToHex(sockets.written[0].second.substr(0, 6)), "2A0100030108");
+    EXPECT_EQ(BytesToHex(sockets.written.at(0).second.substr(0, 6)), "2A0100030108");
     EXPECT_EQ(
         sockets.TakePayloads(0),
         (Lines{"0000000100060100" + BytesToHex(std::string(256, '\x5A')),
@@ -118,9 +117,7 @@ TEST_F(SignOnTest, MigrationRepeatsTheSetupSilently) {
                      "LoginStatus(Requesting Rate Limit Information...)",
                      "LoginStatus(Sending Service Requests...)", "LoginStatus(Login Completed!)"}));
     EXPECT_FALSE(client.Paused());
-    const auto sent = sockets.TakePayloads(0);
-    ASSERT_FALSE(sent.empty());
-    EXPECT_EQ(sent[0], "00000001000600024332");
+    EXPECT_EQ(sockets.TakePayloads(0).at(0), "00000001000600024332");
 
     sockets.Deliver(0, SnacFrame("0001000B000000000000"));
     sockets.Deliver(0, SnacFrame("0001000D000000000000"));
