@@ -1,6 +1,8 @@
-// The send queue and the keep-alives, on fake sockets and fake time.
+// The rate classes as the server announces them, the pacing they give, and
+// the send queue and the keep-alives on fake sockets and fake time.
 #include <gtest/gtest.h>
 
+#include "oscar/rate_limiter.h"
 #include "support/client_fixture.h"
 #include "support/fake_clock.h"
 
@@ -11,6 +13,63 @@ using namespace std::string_literals;
 using testing_support::EnterFakeRoom;
 using testing_support::FakeClock;
 using testing_support::SnacFrame;
+
+// Two classes: 1 (window 80, clear 2500, alert 2000, limit 1500, disconnect
+// 800, current 6000, max 6000) and 2, the chat class (window 80, clear 3000,
+// alert 2000, limit 1500, disconnect 1000, current 6000, max 6000); class 1
+// governs 0001/0002, class 2 governs 000E/0005. Each list: the count, then
+// per class its id, window, levels and (in the long form) five more bytes;
+// then per class its id, member count and members.
+const char* kClassesHex = "0002000100000050000009C4000007D0000005DC000003200000177000001770";
+const char* kChatClassHex = "00020000005000000BB8000007D0000005DC000003E80000177000001770";
+const char* kMembersHex = "000100010001000200020001000E0005";
+
+std::string Classes(const std::string& tail1, const std::string& tail2) {
+    return HexToBytes(std::string(kClassesHex) + tail1 + kChatClassHex + tail2 + kMembersHex);
+}
+
+TEST(RateLimiter, ReadsShortAndLongClassesAndRefusesBrokenLists) {
+    for (const auto& [tail, what] : {std::pair<std::string, const char*>{"", "30-byte classes"},
+                                     {"0000000000", "35-byte classes"}}) {
+        RateLimiter rates;
+        ASSERT_TRUE(rates.ReadClasses(Classes(tail, tail), 0)) << what;
+        const RateClass* chat = rates.ClassOf(0x000E, 0x0005);
+        ASSERT_NE(chat, nullptr) << what;
+        EXPECT_EQ(
+            std::tuple(chat->id, chat->clear, chat->disconnect, rates.ClassOf(0x0001, 0x0002)->id),
+            std::tuple(2, 3000u, 1000u, 1))
+            << what;
+        // A SNAC no class lists never waits.
+        EXPECT_EQ(rates.ClassOf(0x0004, 0x0006), nullptr);
+        EXPECT_EQ(rates.Wait(0x0004, 0x0006, 0), 0);
+    }
+    RateLimiter rates;
+    ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));
+    for (const std::string& broken : {std::string(), HexToBytes("0005"),
+                                      Classes("", "").substr(0, 68), Classes("", "") + "x"}) {
+        EXPECT_FALSE(rates.ReadClasses(broken, 0));
+    }
+    // What was read before stays.
+    EXPECT_NE(rates.ClassOf(0x000E, 0x0005), nullptr);
+}
+
+TEST(RateLimiter, AWarningHoldsTheClassAtTheClearLevelUntilItClears) {
+    RateLimiter rates;
+    ASSERT_TRUE(rates.ReadClasses(Classes("", ""), 0));
+    // A change (2: warning, 4: clear) of class 2 with the server's average.
+    const auto change = [](const char* code, const char* average) {
+        return HexToBytes(std::string(code) + "000200000050" + "00000BB8000007D0000005DC000003E8" +
+                          average + "00001770");
+    };
+    rates.ReadChange(change("0002", "00000A28"), 5000);
+    double average = 0;
+    rates.ClassOf(0x000E, 0x0005, &average);
+    EXPECT_EQ(average, 2600.0);
+    // Above the floor (2500), yet a warned class waits the clear level.
+    EXPECT_EQ(rates.Wait(0x000E, 0x0005, 5000), 3000);
+    rates.ReadChange(change("0004", "00001770"), 6000);
+    EXPECT_EQ(rates.Wait(0x000E, 0x0005, 6000), 0);
+}
 
 class SendQueueTest : public testing_support::ClientTest {
   protected:
@@ -27,10 +86,8 @@ class SendQueueTest : public testing_support::ClientTest {
     // 6000 (30-byte class, members 000E/0005).
     void EnterRoomWithChatClass() {
         EnterFakeRoom(sockets, client, 2);
-        sockets.Deliver(2, SnacFrame("00010007000000000000"
-                                     "0001"
-                                     "0002"
-                                     "0000000A00000BB8000007D0000005DC000003E80000177000001770"
+        sockets.Deliver(2, SnacFrame("000100070000000000000001"
+                                     "00020000000A00000BB8000007D0000005DC000003E80000177000001770"
                                      "00020001000E0005"));
         sockets.written.clear();
     }
@@ -65,9 +122,8 @@ TEST_F(SendQueueTest, LinesWaitForTheirRateClassAndGoInOrder) {
     }
     // 6000 * 0.9^n stays above 2777.8 for n = 0..7: eight lines go at once,
     // the ninth needs 10 * 2500 - 9 * 6000 * 0.9^8 = 1754.8 ms.
-    EXPECT_EQ(LinesWritten(2).size(), 8u);
-    EXPECT_EQ(client.Waiting(2), 4u);
-    EXPECT_EQ(observed.front(), "2:1");
+    EXPECT_EQ(std::tuple(LinesWritten(2).size(), client.Waiting(2), observed.front()),
+              std::tuple(8u, 4u, "2:1"s));
     clock.Advance(1754);
     EXPECT_EQ(LinesWritten(2).size(), 8u);
     clock.Advance(1);
@@ -80,13 +136,9 @@ TEST_F(SendQueueTest, LinesWaitForTheirRateClassAndGoInOrder) {
     // A warning (with an optional block before it, as servers send it):
     // class 2 at 1900. The next line waits the clear level.
     sockets.written.clear();
-    sockets.Deliver(2, SnacFrame("0001000A800000000000"
-                                 "0006000100020003"
-                                 "0002"
-                                 "0002"
-                                 "0000000A00000BB8000007D0000005DC000003E8"
-                                 "0000076C"
-                                 "00001770"));
+    sockets.Deliver(2,
+                    SnacFrame("0001000A8000000000000006000100020003"
+                              "000200020000000A00000BB8000007D0000005DC000003E80000076C00001770"));
     client.SendChat(2, "later 1");
     clock.Advance(2999);
     EXPECT_TRUE(LinesWritten(2).empty());
@@ -97,8 +149,7 @@ TEST_F(SendQueueTest, LinesWaitForTheirRateClassAndGoInOrder) {
     client.SendChat(2, "later 2");
     ASSERT_EQ(client.Waiting(2), 1u);
     sockets.Fail(2);
-    EXPECT_EQ(client.Waiting(2), 0u);
-    EXPECT_EQ(observed.back(), "2:0");
+    EXPECT_EQ(std::tuple(client.Waiting(2), observed.back()), std::tuple(0u, "2:0"s));
     clock.Advance(100000);
     EXPECT_EQ(LinesWritten(2), std::vector<std::string>{"later 1"});
 }
@@ -123,16 +174,14 @@ TEST_F(SendQueueTest, IdleConnectionsGetAnEmptyChannelFiveFrameEveryMinute) {
     clock.Advance(29999);
     EXPECT_EQ(keepAlives(0), 0);
     clock.Advance(1);
-    EXPECT_EQ(keepAlives(0), 1);
-    EXPECT_EQ(keepAlives(2), 0);
+    EXPECT_EQ(std::pair(keepAlives(0), keepAlives(2)), std::pair(1, 0));
     clock.Advance(30000);
     EXPECT_EQ(keepAlives(2), 1);
     // A closed connection gets none; the others go on every minute.
     client.CloseSock(2);
     sockets.written.clear();
     clock.Advance(60000 * 3);
-    EXPECT_EQ(keepAlives(2), 0);
-    EXPECT_EQ(keepAlives(0), 3);
+    EXPECT_EQ(std::pair(keepAlives(0), keepAlives(2)), std::pair(3, 0));
 }
 
 }  // namespace

@@ -23,9 +23,8 @@ TEST(Names, NormalizeToLowerCaseWithoutSpaces) {
 }
 
 TEST(TrimSpaces, TrimsSpacesOnly) {
-    EXPECT_EQ(TrimSpaces("  new york  "), "new york");
-    EXPECT_EQ(TrimSpaces("   "), "");
-    EXPECT_EQ(TrimSpaces("\tx\t"), "\tx\t");
+    EXPECT_EQ(std::tuple(TrimSpaces("  new york  "), TrimSpaces("   "), TrimSpaces("\tx\t")),
+              std::tuple("new york", "", "\tx\t"));
 }
 
 }  // namespace
