@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTest>
+#include <algorithm>
 
 #include "localserver/oscar_test_server.h"
 #include "support/qt_wait.h"
@@ -48,10 +49,8 @@ class ServerWindow : public WindowTest {
     QString RoomStatus() const { return window.chats->lblChatStatus->text(); }
     int People() const { return window.console->lstPeopleHere->model()->rowCount(); }
     int BotLines() const {
-        int count = 0;
-        for (const auto& line : server.Lines())
-            count += line.sender == "Scramble Bot";
-        return count;
+        return static_cast<int>(std::ranges::count(server.Lines(), std::string("Scramble Bot"),
+                                                   &testserver::RelayedLine::sender));
     }
 
     testserver::OscarTestServer server;

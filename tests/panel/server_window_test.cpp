@@ -16,7 +16,6 @@ using testing_support::WaitFor;
 TEST_F(ServerWindow, SignOnJoinTalkLeaveAndSignOff) {
     server.AddScriptedPlayer("Word Games", "Bob Scramble");
     ASSERT_TRUE(SignOn());
-    EXPECT_TRUE(bot.game.SignedOn);
     ASSERT_TRUE(Join());
     ASSERT_TRUE(WaitFor([&] { return BotLines() == 1; }));  // the banner
     const QString transcript = window.console->txtMsg->toPlainText();
@@ -38,9 +37,8 @@ TEST_F(ServerWindow, SignOnJoinTalkLeaveAndSignOff) {
     ASSERT_TRUE(WaitForRoomStatus("Left chat."));
     EXPECT_EQ(People(), 0);
     QTest::mouseClick(window.connection->cmdSignOff, Qt::LeftButton);
-    EXPECT_EQ(Info(), "Offline.");
-    EXPECT_FALSE(bot.game.SignedOn);
-    EXPECT_TRUE(dialogs.messages.empty());
+    EXPECT_EQ(std::tuple(Info(), bot.game.SignedOn, dialogs.messages.size()),
+              std::tuple("Offline.", false, 0u));
 }
 
 TEST_F(ServerWindow, ASignOnThatCannotGoOnSaysWhyAndMayBeRetried) {
@@ -71,9 +69,8 @@ TEST_F(ServerWindow, RoomStatusAndPanelsFollowJoinsASignOnElsewhereAndSignOff) {
     oscar::TolSock other(otherSockets);
     other.Login("Scramble Bot", "secret1", server.Port(), false, false, "127.0.0.1");
     ASSERT_TRUE(WaitFor([&] { return Info() == "Offline."; }));
-    EXPECT_EQ(RoomStatus(), "Left chat.");
-    EXPECT_EQ(People(), 0);
-    EXPECT_FALSE(bot.game.GameOn);
+    EXPECT_EQ(std::tuple(RoomStatus(), People(), bot.game.GameOn),
+              std::tuple("Left chat.", 0, false));
     ASSERT_EQ(MessageTexts(),
               std::vector<std::string>{"Connection to the main BOS server has been lost"});
 
@@ -82,8 +79,7 @@ TEST_F(ServerWindow, RoomStatusAndPanelsFollowJoinsASignOnElsewhereAndSignOff) {
     ASSERT_TRUE(SignOn());
     ASSERT_TRUE(Join());
     QTest::mouseClick(window.connection->cmdSignOff, Qt::LeftButton);
-    EXPECT_EQ(RoomStatus(), "Left chat.");
-    EXPECT_EQ(People(), 0);
+    EXPECT_EQ(std::pair(RoomStatus(), People()), std::pair(QString("Left chat."), 0));
 }
 
 }  // namespace

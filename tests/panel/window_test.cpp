@@ -31,8 +31,7 @@ TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.field->objectName().toStdString() + " " + c.typed);
         LeaveField(c.field, c.typed);
-        EXPECT_EQ(c.field->text(), c.shown);
-        EXPECT_EQ(c.value, c.expected);
+        EXPECT_EQ(std::pair(c.field->text(), c.value), std::pair(QString(c.shown), c.expected));
     }
     EXPECT_EQ(dialogs.questions.size(), 2u);
     EXPECT_EQ(tmrIdle.starts, 2) << "a running idle timer starts a fresh interval";
