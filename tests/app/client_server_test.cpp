@@ -31,8 +31,7 @@ class RatesServerTest : public ::testing::Test {
     }
     // The bot and Player Two in the room with no events yet; the bot's index.
     int EnterBoth() {
-        const int room = Enter(bot);
-        if (Enter(player, "Player Two") == 0) return 0;
+        const int room = Enter(bot) && Enter(player, "Player Two") ? bot.RoomIndex() : 0;
         bot.events.Take();
         player.events.Take();
         return room;

@@ -28,10 +28,9 @@ class QtSocketLayerTest : public ::testing::Test, public oscar::SocketListener {
     QTcpSocket* ConnectElement(int index, const std::string& host = "127.0.0.1") {
         layer.Create(index);
         layer.Connect(index, host, server.serverPort());
-        if (!WaitFor([&] { return server.hasPendingConnections() && layer.IsConnected(index); })) {
-            return nullptr;
-        }
-        return server.nextPendingConnection();
+        return WaitFor([&] { return server.hasPendingConnections() && layer.IsConnected(index); })
+                   ? server.nextPendingConnection()
+                   : nullptr;
     }
 
     QTcpServer server;

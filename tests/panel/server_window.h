@@ -47,6 +47,7 @@ class ServerWindow : public WindowTest {
 
     QString Info() const { return window.connection->lblInfo->text(); }
     QString RoomStatus() const { return window.chats->lblChatStatus->text(); }
+    QString Console() const { return window.console->txtMsg->toPlainText(); }
     int People() const { return window.console->lstPeopleHere->model()->rowCount(); }
     int BotLines() const {
         return static_cast<int>(std::ranges::count(server.Lines(), std::string("Scramble Bot"),
