@@ -51,19 +51,17 @@ TEST_F(DriftTest, RemovingTheWordInPlayLeavesNoWordInPlay) {
 }
 
 TEST_F(DriftTest, FieldChecksRunOnlyWhenTheFocusMovesWithinTheWindow) {
-    const struct {
-        Qt::FocusReason reason;
-        std::size_t questions;
-    } cases[] = {{Qt::ActiveWindowFocusReason, 0},
-                 {Qt::PopupFocusReason, 0},
-                 {Qt::TabFocusReason, 1},
-                 {Qt::MouseFocusReason, 1}};
-    for (const auto& c : cases) {
+    // The reason the focus left; the questions the check asks.
+    const std::pair<Qt::FocusReason, std::size_t> cases[] = {{Qt::ActiveWindowFocusReason, 0},
+                                                             {Qt::PopupFocusReason, 0},
+                                                             {Qt::TabFocusReason, 1},
+                                                             {Qt::MouseFocusReason, 1}};
+    for (const auto& [reason, questions] : cases) {
         dialogs.questions.clear();
         window.mainGame->txtSendPause->setText("5");
-        QFocusEvent out(QEvent::FocusOut, c.reason);
+        QFocusEvent out(QEvent::FocusOut, reason);
         QApplication::sendEvent(window.mainGame->txtSendPause, &out);
-        EXPECT_EQ(dialogs.questions.size(), c.questions) << c.reason;
+        EXPECT_EQ(dialogs.questions.size(), questions) << reason;
     }
 }
 

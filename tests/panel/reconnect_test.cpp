@@ -1,7 +1,5 @@
 // Coming back by itself: the window's bot against the loopback server, which
 // drops the session; the reconnect wait runs on a hand-ticked timer and clock.
-#include <gtest/gtest.h>
-
 #include "panel/server_window.h"
 
 namespace {
