@@ -21,27 +21,32 @@ class RatesServerTest : public ::testing::Test {
     RatesServerTest() {
         EXPECT_TRUE(server.Start());
         server.AddAccount("Scramble Bot", "secret1", "bot@example.net");
-        server.AddAccount("Player Two", "pass2222");
+        server.AddAccount("Player Two", "secret1");
     }
 
     // Signs on and joins "Word Games"; returns the room's index, 0 on failure.
-    int Enter(LoopbackUser& user, const std::string& name = "Scramble Bot",
-              const std::string& password = "secret1") {
-        if (!user.SignOn(server.Port(), name, password)) return 0;
+    int Enter(LoopbackUser& user, const std::string& name = "Scramble Bot") {
+        if (!user.SignOn(server.Port(), name)) return 0;
         return user.Join("Word Games").starts_with("JoinedChat(") ? user.RoomIndex() : 0;
+    }
+    // The bot and Player Two in the room with no events yet; the bot's index.
+    int EnterBoth() {
+        const int room = Enter(bot) && Enter(player, "Player Two") ? bot.RoomIndex() : 0;
+        bot.events.Take();
+        player.events.Take();
+        return room;
     }
 
     // The lines the bot said in the room, as the server relayed them.
-    std::vector<testserver::RelayedLine> BotLines() const {
-        std::vector<testserver::RelayedLine> lines;
-        for (const auto& line : server.Lines()) {
-            if (line.sender == "Scramble Bot") lines.push_back(line);
-        }
+    Lines BotLines() const {
+        Lines lines;
+        for (const auto& line : server.Lines())
+            if (line.sender == "Scramble Bot") lines.push_back(line.text);
         return lines;
     }
 
     OscarTestServer server;
-    LoopbackUser bot;
+    LoopbackUser bot, player;
     QtClock clock;
 };
 
@@ -52,7 +57,7 @@ TEST_F(RatesServerTest, AFloodOfThreeHundredLinesReachesTheRoomInOrderWithoutAWa
     bot.client.SetClock(&clock);
     const int room = Enter(bot);
     ASSERT_NE(room, 0);
-    Lines sent, arrived;
+    Lines sent;
     for (int i = 0; i < 300; ++i) {
         sent.push_back("flood line " + std::to_string(i));
         bot.client.SendChat(room, sent.back());
@@ -60,26 +65,21 @@ TEST_F(RatesServerTest, AFloodOfThreeHundredLinesReachesTheRoomInOrderWithoutAWa
     EXPECT_GT(bot.client.Waiting(room), 0u);
     ASSERT_TRUE(WaitFor([&] { return BotLines().size() >= 300; }, 60000))
         << BotLines().size() << " lines arrived, " << server.DroppedSnacs() << " dropped";
-    for (const auto& line : BotLines())
-        arrived.push_back(line.text);
-    EXPECT_EQ(arrived, sent);
+    EXPECT_EQ(BotLines(), sent);
     EXPECT_EQ(server.DroppedSnacs(), 0);
     EXPECT_TRUE(server.RateNotices().empty()) << "the server warned";
 }
 
 TEST_F(RatesServerTest, LinesCarryTheNarrowestCharsetAndIncomingUtf16IsDecoded) {
-    const int room = Enter(bot);
+    const int room = EnterBoth();
     ASSERT_NE(room, 0);
-    LoopbackUser player;
-    ASSERT_NE(Enter(player, "Player Two", "pass2222"), 0);
-    player.events.Take();
     const std::pair<std::string, std::string> cases[] = {
         {HexToBytes("AB") + "Hi" + HexToBytes("BB"), "iso-8859-1"},
         {HexToBytes("93") + "ok" + HexToBytes("9420") + "5" + HexToBytes("80"), "unicode-2-0"}};
     for (const auto& [text, charset] : cases) {
         bot.client.SendChat(room, text);
         ASSERT_TRUE(WaitFor([&] { return player.Count("ChatMessage(") > 0; }));
-        EXPECT_EQ(BotLines().back().charset, charset);
+        EXPECT_EQ(server.Lines().back().charset, charset);
         EXPECT_EQ(player.events.Take(), Lines{"ChatMessage(" + std::to_string(player.RoomIndex()) +
                                               ", Scramble Bot, " + text + ")"});
     }
@@ -112,12 +112,8 @@ TEST_F(RatesServerTest, TheServerDropsAnUnpacedFloodPastTheLimitThenDisconnects)
 }
 
 TEST_F(RatesServerTest, TheServerEchoesALineOnlyToASenderThatAsks) {
-    const int room = Enter(bot);
+    const int room = EnterBoth();
     ASSERT_NE(room, 0);
-    LoopbackUser player;
-    ASSERT_NE(Enter(player, "Player Two", "pass2222"), 0);
-    bot.events.Take();
-    player.events.Take();
     // SendChat asks with TLV 0x0006; the same line without it is not echoed.
     bot.client.SendChat(room, "echo me");
     bot.client.SendPacket(room, 2,

@@ -59,8 +59,7 @@ TEST(Headless, PlaysAGameToAWinnerWithoutADisplayAndSignsOffOnSigterm) {
 
     bot.terminate();  // SIGTERM
     ASSERT_TRUE(bot.waitForFinished(10000));
-    EXPECT_EQ(bot.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(bot.exitCode(), 0);
+    EXPECT_EQ(std::pair(bot.exitStatus(), bot.exitCode()), std::pair(QProcess::NormalExit, 0));
     const QByteArray log = bot.readAllStandardError();
     // Signed off through the session, not merely cut off by the exit, and
     // the room saw the bot go.

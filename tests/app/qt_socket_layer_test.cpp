@@ -14,38 +14,29 @@ namespace {
 
 using testing_support::WaitFor;
 
-class Listener : public oscar::SocketListener {
-  public:
-    explicit Listener(QtSocketLayer& layer) : layer_(layer) {}
-    void OnDataArrival(int index) override { received[index] += layer_.ReadAll(index); }
-    void OnSocketError(int index) override { errors.push_back(index); }
-    std::map<int, std::string> received;
-    std::vector<int> errors;
-
-  private:
-    QtSocketLayer& layer_;
-};
-
-class QtSocketLayerTest : public ::testing::Test {
+// The fixture listens to the layer: what arrived and which elements failed.
+class QtSocketLayerTest : public ::testing::Test, public oscar::SocketListener {
   protected:
     QtSocketLayerTest() {
-        layer.SetListener(&listener);
+        layer.SetListener(this);
         EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
     }
+    void OnDataArrival(int index) override { received[index] += layer.ReadAll(index); }
+    void OnSocketError(int index) override { errors.push_back(index); }
 
     // Connects element `index` and returns the server's end.
     QTcpSocket* ConnectElement(int index, const std::string& host = "127.0.0.1") {
         layer.Create(index);
         layer.Connect(index, host, server.serverPort());
-        if (!WaitFor([&] { return server.hasPendingConnections() && layer.IsConnected(index); })) {
-            return nullptr;
-        }
-        return server.nextPendingConnection();
+        return WaitFor([&] { return server.hasPendingConnections() && layer.IsConnected(index); })
+                   ? server.nextPendingConnection()
+                   : nullptr;
     }
 
     QTcpServer server;
-    QtSocketLayer layer;
-    Listener listener{layer};
+    std::map<int, std::string> received;
+    std::vector<int> errors;
+    QtSocketLayer layer;  // goes first: its last reports still find the lists above
 };
 
 TEST_F(QtSocketLayerTest, OnlyThePeerClosingIsReportedAsAnError) {
@@ -63,13 +54,13 @@ TEST_F(QtSocketLayerTest, OnlyThePeerClosingIsReportedAsAnError) {
     QTcpSocket* again = ConnectElement(1, "localhost");
     ASSERT_NE(again, nullptr);
     QCoreApplication::processEvents();
-    EXPECT_TRUE(listener.errors.empty());
+    EXPECT_TRUE(errors.empty());
     again->write("last words");
     again->flush();
     again->disconnectFromHost();
-    ASSERT_TRUE(WaitFor([&] { return !listener.errors.empty(); }));
-    EXPECT_EQ(listener.errors, std::vector<int>{1});
-    EXPECT_EQ(listener.received[1], "last words");
+    ASSERT_TRUE(WaitFor([&] { return !errors.empty(); }));
+    EXPECT_EQ(errors, std::vector<int>{1});
+    EXPECT_EQ(received[1], "last words");
     EXPECT_FALSE(layer.IsConnected(1));
 
     layer.Destroy(1);

@@ -1,10 +1,5 @@
 // Behaviours of the window that had drifted from what the operator is meant
 // to see: each case drives the real window and reads what it shows or saves.
-#include <gtest/gtest.h>
-
-#include <QFocusEvent>
-#include <QTest>
-
 #include "support/window_fixture.h"
 
 namespace {
@@ -13,14 +8,18 @@ using testing_support::WindowTest;
 
 class DriftTest : public WindowTest {
   protected:
-    QByteArray Settings() const {
+    // Save Settings clicked; the file it wrote.
+    QByteArray Save() {
+        QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);
         QFile file(folder.filePath("settings"));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    void WriteSettings(const QByteArray& lines) {
+    // Load Settings clicked on a file of these lines.
+    void Load(const QByteArray& lines) {
         QFile file(folder.filePath("settings"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(lines);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(lines) == lines.size());
+        file.close();
+        QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
     }
 };
 
@@ -28,16 +27,13 @@ TEST_F(DriftTest, SaveWritesTheFontBoxesAndALoadNeverClearsACheckedStyleBox) {
     window.ShowPanel(6);
     window.fonts->txtFontType->setText("Arial");
     QTest::keyClick(window.fonts->chkBold, Qt::Key_Space);
-    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);  // no Set Font first
-    const QByteArray saved = Settings();
-    EXPECT_TRUE(saved.contains("\r\nft:Arial\r\n")) << saved.toStdString();
-    EXPECT_TRUE(saved.contains("\r\nbold:1\r\n")) << saved.toStdString();
+    const QByteArray saved = Save();  // no Set Font first
+    EXPECT_TRUE(saved.contains("\r\nft:Arial\r\n") && saved.contains("\r\nbold:1\r\n"))
+        << saved.toStdString();
 
     QTest::keyClick(window.fonts->chkItalics, Qt::Key_Space);
-    WriteSettings("italics:0\r\nbold:0\r\n");
-    QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
-    EXPECT_TRUE(window.fonts->chkItalics->isChecked());
-    EXPECT_TRUE(window.fonts->chkBold->isChecked());
+    Load("italics:0\r\nbold:0\r\n");
+    EXPECT_TRUE(window.fonts->chkItalics->isChecked() && window.fonts->chkBold->isChecked());
     EXPECT_EQ(window.fonts->txtFontType->text(), "Times New Roman") << "the reset's font";
     EXPECT_EQ(bot.game.Style().FontChange(),
               "<html><body bgcolor=\"000000\"><font color=\"00bfff\" face=\"Times New "
@@ -55,19 +51,17 @@ TEST_F(DriftTest, RemovingTheWordInPlayLeavesNoWordInPlay) {
 }
 
 TEST_F(DriftTest, FieldChecksRunOnlyWhenTheFocusMovesWithinTheWindow) {
-    const struct {
-        Qt::FocusReason reason;
-        std::size_t questions;
-    } cases[] = {{Qt::ActiveWindowFocusReason, 0},
-                 {Qt::PopupFocusReason, 0},
-                 {Qt::TabFocusReason, 1},
-                 {Qt::MouseFocusReason, 1}};
-    for (const auto& c : cases) {
+    // The reason the focus left; the questions the check asks.
+    const std::pair<Qt::FocusReason, std::size_t> cases[] = {{Qt::ActiveWindowFocusReason, 0},
+                                                             {Qt::PopupFocusReason, 0},
+                                                             {Qt::TabFocusReason, 1},
+                                                             {Qt::MouseFocusReason, 1}};
+    for (const auto& [reason, questions] : cases) {
         dialogs.questions.clear();
         window.mainGame->txtSendPause->setText("5");
-        QFocusEvent out(QEvent::FocusOut, c.reason);
+        QFocusEvent out(QEvent::FocusOut, reason);
         QApplication::sendEvent(window.mainGame->txtSendPause, &out);
-        EXPECT_EQ(dialogs.questions.size(), c.questions) << c.reason;
+        EXPECT_EQ(dialogs.questions.size(), questions) << reason;
     }
 }
 
@@ -87,31 +81,28 @@ TEST_F(DriftTest, SignOffIsOfferedFromSignOnUntilSignedOff) {
 }
 
 TEST_F(DriftTest, ANumberFromTheFileShowsWholeInItsField) {
-    WriteSettings("idle:12.5\r\nscore:15 points\r\n");
-    QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
-    EXPECT_EQ(window.mainGame->txtIdleTime->text(), "12.5");
-    EXPECT_EQ(bot.game.IdleTime, 12);
-    EXPECT_EQ(window.mainGame->txtScoreLimit->text(), "15 points");
+    Load("idle:12.5\r\nscore:15 points\r\n");
+    EXPECT_EQ(std::tuple(window.mainGame->txtIdleTime->text(), bot.game.IdleTime,
+                         window.mainGame->txtScoreLimit->text()),
+              std::tuple("12.5", 12, "15 points"));
     // Once the operator's edit fits the field again, typing is limited as before.
     window.mainGame->txtIdleTime->setText("12");
     EXPECT_EQ(window.mainGame->txtIdleTime->maxLength(), 3);
 }
 
 TEST_F(DriftTest, AnOpListedTwiceIsOneOp) {
-    WriteSettings("op:alice\r\nop:alice\r\nop:bob\r\n");
-    QTest::mouseClick(window.other->cmdLoadSettings, Qt::LeftButton);
+    Load("op:alice\r\nop:alice\r\nop:bob\r\n");
     ASSERT_EQ(bot.commands.Ops().Rows().Count(), 3);
-    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);
-    EXPECT_EQ(Settings().count("\r\nop:alice\r\n"), 1);
-    EXPECT_EQ(Settings().count("\r\nop:bob\r\n"), 1);
+    const QByteArray saved = Save();
+    EXPECT_TRUE(saved.count("\r\nop:alice\r\n") == 1 && saved.count("\r\nop:bob\r\n") == 1)
+        << saved.toStdString();
 
     bot.commands.Ops().Rows().Select(1);
     window.ops->mnuOp->findChild<QAction*>("mnuRemoveOp")->trigger();
     EXPECT_EQ(bot.commands.Ops().Rows().Rows(), (std::vector<std::string>{"alice", "bob"}))
         << "only the selected row goes";
     EXPECT_FALSE(bot.commands.Ops().Contains("alice"));
-    QTest::mouseClick(window.other->cmdSaveSettings, Qt::LeftButton);
-    EXPECT_FALSE(Settings().contains("op:alice"));
+    EXPECT_FALSE(Save().contains("op:alice"));
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 // Coming back by itself: the window's bot against the loopback server, which
 // drops the session; the reconnect wait runs on a hand-ticked timer and clock.
-#include <gtest/gtest.h>
-
 #include "panel/server_window.h"
 
 namespace {
@@ -49,17 +47,16 @@ TEST_F(ReconnectTest, LostSessionOrRoomComesBackAndTheRoundGoesOn) {
         ASSERT_TRUE(WaitForRoomStatus("Left chat."));
         ASSERT_TRUE(WaitForInfo("Next try in "));
         // No box; the round is frozen, not ended.
-        EXPECT_TRUE(dialogs.messages.empty());
-        EXPECT_FALSE(tmrIdle.IsEnabled());
-        EXPECT_TRUE(bot.game.GameOn);
+        EXPECT_EQ(std::tuple(dialogs.messages.size(), tmrIdle.IsEnabled(), bot.game.GameOn),
+                  std::tuple(0u, false, true));
 
         WaitOut();
         ASSERT_TRUE(WaitForRoomStatus("Joined 'Word Games'!"));
         // The same puzzle stays in play with its idle count; nothing was said
         // twice (one more banner on the rejoin).
-        EXPECT_TRUE(tmrIdle.IsEnabled());
-        EXPECT_EQ(bot.game.PendingAnswer().value_or(""), answer);
-        EXPECT_EQ(bot.game.IdleCount, 5);
+        EXPECT_EQ(std::tuple(tmrIdle.IsEnabled(), bot.game.PendingAnswer().value_or(""),
+                             bot.game.IdleCount),
+                  std::tuple(true, answer, 5));
     }
     EXPECT_EQ(BotLines(), 4);
     tmrIdle.Tick(bot.game.IdleTime + 1);  // the next word goes to the room
@@ -79,9 +76,8 @@ TEST_F(ReconnectTest, SignedOnElsewhereAThirdTimeInTenMinutesStopsTheTries) {
     }
     ASSERT_TRUE(WaitForInfo("Signed on from elsewhere three times within ten minutes"));
     // The tries have ended, with no box, and the game with them.
-    EXPECT_FALSE(tmrReconnect.IsEnabled());
-    EXPECT_FALSE(bot.game.GameOn);
-    EXPECT_TRUE(dialogs.messages.empty());
+    EXPECT_EQ(std::tuple(tmrReconnect.IsEnabled(), bot.game.GameOn, dialogs.messages.size()),
+              std::tuple(false, false, 0u));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTest>
+#include <algorithm>
 
 #include "localserver/oscar_test_server.h"
 #include "support/qt_wait.h"
@@ -46,12 +47,11 @@ class ServerWindow : public WindowTest {
 
     QString Info() const { return window.connection->lblInfo->text(); }
     QString RoomStatus() const { return window.chats->lblChatStatus->text(); }
+    QString Console() const { return window.console->txtMsg->toPlainText(); }
     int People() const { return window.console->lstPeopleHere->model()->rowCount(); }
     int BotLines() const {
-        int count = 0;
-        for (const auto& line : server.Lines())
-            count += line.sender == "Scramble Bot";
-        return count;
+        return static_cast<int>(std::ranges::count(server.Lines(), std::string("Scramble Bot"),
+                                                   &testserver::RelayedLine::sender));
     }
 
     testserver::OscarTestServer server;

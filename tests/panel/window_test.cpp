@@ -1,8 +1,4 @@
 // The main window driven through its controls.
-#include <gtest/gtest.h>
-
-#include <QTest>
-
 #include "panel/topic_picker.h"
 
 #include "support/window_fixture.h"
@@ -16,23 +12,17 @@ TEST_F(WindowTest, TimingFieldsAreCheckedWhenLeft) {
     dialogs.yesNoAnswers = {true, false};
     tmrIdle.Enable();
     // Field, text typed, text shown after, the game's value after.
-    const struct {
-        QLineEdit* field;
-        const char* typed;
-        const char* shown;
-        const int& value;
-        int expected;
-    } cases[] = {{g.txtSendPause, "5", "5", bot.game.SendPause, 5},   // below 10: Yes keeps it
-                 {g.txtSendPause, "5", "10", bot.game.SendPause, 5},  // No: the field is reset only
-                 {g.txtSendPause, "9.5", "9.5", bot.game.SendPause, 10},  // above 9: no question
-                 {g.txtScoreLimit, "abc", "15", bot.game.ScoreLimit, 15},
-                 {g.txtIdleTime, "-1", "10", bot.game.IdleTime, 30},
-                 {g.txtIdleTime, "10", "10", bot.game.IdleTime, 10}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.field->objectName().toStdString() + " " + c.typed);
-        LeaveField(c.field, c.typed);
-        EXPECT_EQ(c.field->text(), c.shown);
-        EXPECT_EQ(c.value, c.expected);
+    const std::tuple<QLineEdit*, const char*, const char*, const int&, int> cases[] = {
+        {g.txtSendPause, "5", "5", bot.game.SendPause, 5},       // below 10: Yes keeps it
+        {g.txtSendPause, "5", "10", bot.game.SendPause, 5},      // No: the field is reset only
+        {g.txtSendPause, "9.5", "9.5", bot.game.SendPause, 10},  // above 9: no question
+        {g.txtScoreLimit, "abc", "15", bot.game.ScoreLimit, 15},
+        {g.txtIdleTime, "-1", "10", bot.game.IdleTime, 30},
+        {g.txtIdleTime, "10", "10", bot.game.IdleTime, 10}};
+    for (const auto& [field, typed, shown, value, expected] : cases) {
+        SCOPED_TRACE(field->objectName().toStdString() + " " + typed);
+        LeaveField(field, typed);
+        EXPECT_EQ(std::pair(field->text(), value), std::pair(QString(shown), expected));
     }
     EXPECT_EQ(dialogs.questions.size(), 2u);
     EXPECT_EQ(tmrIdle.starts, 2) << "a running idle timer starts a fresh interval";
