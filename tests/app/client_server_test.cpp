@@ -46,8 +46,8 @@ class RatesServerTest : public ::testing::Test {
     }
 
     OscarTestServer server;
+    QtClock clock;  // before the users: the bot's client uses it until it goes
     LoopbackUser bot, player;
-    QtClock clock;
 };
 
 // The send queue against the server's own rate classes: nothing else floods.
