@@ -6,11 +6,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "game/chat_commands.h"
-#include "game/game.h"
-#include "support/fake_chat.h"
-#include "support/fake_dialogs.h"
-#include "support/fake_timer.h"
+#include "support/game_fixture.h"
 
 namespace game {
 namespace {
@@ -24,22 +20,11 @@ const std::string P =
 
 constexpr int kRoom = 3;
 
-class GameScenario : public ::testing::Test {
+class GameScenario : public ::testing::Test, protected GameOnFakes {
   protected:
-    GameScenario() {
+    GameScenario() : GameOnFakes(2026) {
         chat.firstRoom = kRoom;
-        game.SignedOn = true;
         commands.Ops().Add("boss");
-    }
-
-    // A topic loaded as the topic loader would, and put on the list if asked.
-    void Load(const std::string& name, Lines words, bool toList = false) {
-        TopicClass topic;
-        topic.SetTopicName(name);
-        for (auto& w : words)
-            topic.AddWord(std::move(w));
-        game.Lists().AddLoadedTopic(std::move(topic));
-        if (toList) game.Lists().AddTopicList(name);
     }
 
     void Say(const std::string& who, const std::string& line, int room = kRoom) {
@@ -96,15 +81,6 @@ class GameScenario : public ::testing::Test {
         ASSERT_TRUE(game.PendingAnswer());
         EXPECT_EQ(*game.PendingAnswer(), answer);
     }
-
-    FakeDialogs dialogs;
-    FakeChat chat;
-    RandomSource random{2026};
-    StringList errors;
-    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
-    Console console;
-    Game game{{dialogs, chat, random, errors, tmrMsgPause, tmrIdle, tmrTopics, [] {}}};
-    ChatCommands commands{game, console, tmrCcoms, tmrCcom2};
 };
 
 TEST_F(GameScenario, PlaysRoundsWithPausesAndIdleTime) {

@@ -3,29 +3,18 @@
 // answers /top from that record.
 #include <gtest/gtest.h>
 
-#include "game/chat_commands.h"
-#include "game/game.h"
 #include "history/history.h"
-#include "support/fake_chat.h"
-#include "support/fake_dialogs.h"
-#include "support/fake_timer.h"
+#include "support/game_fixture.h"
 
 namespace {
 
 using namespace testing_support;
 
-// A signed-on game of two points with one topic, "Animals", over fake
-// dialogs, chat and timers, recording into `record`.
-class GameHistory : public ::testing::Test {
+// A game of two points with one topic, "Animals", recording into `record`.
+class GameHistory : public ::testing::Test, protected GameOnFakes {
   protected:
-    GameHistory() {
-        game::TopicClass topic;
-        topic.SetTopicName("Animals");
-        for (const char* word : {"giraffe", "zebra, striped", "otter"})
-            topic.AddWord(word);
-        game.Lists().AddLoadedTopic(std::move(topic));
-        game.Lists().AddTopicList("Animals");
-        game.SignedOn = true;
+    GameHistory() : GameOnFakes(7) {
+        Load("Animals", {"giraffe", "zebra, striped", "otter"}, true);
         game.SetHistory(&record);
         commands.SetHistory(&record);
         game.ScoreLimit = 2;
@@ -34,14 +23,6 @@ class GameHistory : public ::testing::Test {
     // Tuesday 9 January 2024, noon UTC: the same week in every time zone.
     history::Millis now = 1704801600000;
     history::History record{[this] { return now; }};
-    FakeDialogs dialogs;
-    FakeChat chat;
-    game::RandomSource random{7};
-    game::StringList errors;
-    FakeTimer tmrMsgPause, tmrIdle, tmrTopics, tmrCcoms, tmrCcom2;
-    game::Console console;
-    game::Game game{{dialogs, chat, random, errors, tmrMsgPause, tmrIdle, tmrTopics, [] {}}};
-    game::ChatCommands commands{game, console, tmrCcoms, tmrCcom2};
 };
 
 TEST_F(GameHistory, RecordsPuzzlesCreditsSkipsAndTheWinnerOfEachGame) {
