@@ -1,5 +1,6 @@
 // Children that end with their parent: a program this one starts (the local
-// server of the soak run) must not run on after a timeout or a crash kills us.
+// server, the program under test, a browser) must not run on after a timeout
+// or a crash kills us.
 #pragma once
 
 // Run in the child between fork and exec (QProcess's child-process

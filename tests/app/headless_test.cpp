@@ -1,14 +1,13 @@
 // The program without any display, as a service runs it: the real program
 // and the local server as child processes on 127.0.0.1.
 #include <gtest/gtest.h>
-#include <sys/prctl.h>
 
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <csignal>
 
+#include "app/child_process.h"
 #include "support/qt_wait.h"
 
 namespace {
@@ -23,7 +22,8 @@ void StartChild(QProcess& process, const QString& program, const QStringList& ar
     for (const char* name : unset)
         env.remove(name);
     process.setProcessEnvironment(env);
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    const int parent = static_cast<int>(QCoreApplication::applicationPid());
+    process.setChildProcessModifier([parent] { EndWithParent(parent); });
     process.start(program, args);
 }
 

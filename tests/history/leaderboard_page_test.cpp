@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,6 +15,7 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
+#include "app/child_process.h"
 #include "app/leaderboard_server.h"
 #include "support/qt_wait.h"
 
@@ -30,9 +30,10 @@ class Browser {
     explicit Browser(const QString& profile) {
         int toChrome[2], fromChrome[2];
         if (pipe(toChrome) != 0 || pipe(fromChrome) != 0) return;
+        const int parent = getpid();
         pid_ = fork();
         if (pid_ == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            EndWithParent(parent);
             dup2(toChrome[0], 3);
             dup2(fromChrome[1], 4);
             dup2(open("/dev/null", O_WRONLY), 2);  // its log says nothing about the page
