@@ -1,6 +1,7 @@
 // The client against the loopback server behaving as real servers do when
 // things go wrong: sign-off frames, joins that cannot go on, a second join.
-// (Sign-on failures: session_end_test; the server stopping: the fault run.)
+// (Sign-on failures: the window's server tests; the server stopping: the
+// soak's outages.)
 #include <gtest/gtest.h>
 
 #include <QTcpServer>

@@ -36,7 +36,7 @@ class ServerWindow : public WindowTest {
     }
     bool Join() {
         ClickJoin("Word Games");
-        return WaitFor([&] { return RoomStatus() == "Joined 'Word Games'!"; });
+        return WaitForRoomStatus("Joined 'Word Games'!");
     }
     bool WaitForInfo(const QString& part) {
         return WaitFor([&] { return Info().contains(part); });
