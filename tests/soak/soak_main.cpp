@@ -218,12 +218,12 @@ int main(int argc, char** argv) {
     const char* const kinds[] = {"connection reset", "sign-off frame", "server killed"};
     QTimer faults;
     QObject::connect(&faults, &QTimer::timeout, [&] {
-        const char* kind = kinds[outages.size() % 3];
-        outages.push_back({kind, clock.elapsed()});
-        if (outages.size() % 3 == 1) {
+        const std::size_t kind = outages.size() % 3;  // in turn
+        outages.push_back({kinds[kind], clock.elapsed()});
+        if (kind == 0) {
             server.process.write("drop Soak Bot\n");
         } else {
-            server.Stop(outages.size() % 3 == 0);
+            server.Stop(kind == 2);
             server.Start(serverArgs, server.port);
         }
     });
